@@ -21,10 +21,12 @@ build: configure
 	cmake --build $(BUILD) -j $(JOBS)
 
 $(DEMO): | build
-	@if [ -x $(BUILD)/bin/vlib ]; then $(BUILD)/bin/vlib demo $(DEMO_DIR); fi
+	$(BUILD)/bin/vlib demo $(DEMO_DIR)
+
+CENTRAL    := $(DEMO_DIR)/central-metric.vlib
 
 run: build $(DEMO)
-	$(BUILD)/bin/vlstudio $(if $(wildcard $(DEMO)),$(DEMO))
+	$(BUILD)/bin/vlstudio $(DEMO) --central $(CENTRAL)
 
 test: build
 	cd $(BUILD) && xvfb-run -a -s "-screen 0 1600x1000x24" ctest --output-on-failure -j $(JOBS)

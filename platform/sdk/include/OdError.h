@@ -20,6 +20,8 @@ enum OdResult {
     eNullObjectId,
     eAlreadyInDb,
     eInvalidContext,
+    eMalformedRecord,
+    eDuplicateKey,
 };
 
 class OdError : public std::runtime_error {
@@ -47,6 +49,8 @@ public:
         case eNullObjectId: return "Null object id";
         case eAlreadyInDb: return "Object is already in the database";
         case eInvalidContext: return "Invalid context";
+        case eMalformedRecord: return "A stored record is malformed";
+        case eDuplicateKey: return "The name is already in use";
         }
         return "Unknown error";
     }

@@ -32,7 +32,7 @@ enum UnitsValue {
 }  // namespace OdDb
 
 // Factor that converts a length in `from` into `to` (value_in_to = value_in_from * factor).
-// Undefined units convert with factor 1.
+// Undefined units convert with factor 1; a value outside 0-24 throws OdError(eInvalidInput).
 double oddbGetUnitsConversion(OdDb::UnitsValue from, OdDb::UnitsValue to);
 // Metres in one unit; 0 for undefined or out-of-range values.
 double oddbMetersPerUnit(OdDb::UnitsValue unit);
