@@ -1,0 +1,3 @@
+#pragma once
+// CompositionType is declared with the other name-only objects.
+#include <vantlib/Tag.h>

@@ -1,0 +1,70 @@
+#pragma once
+// Query criteria. A default-constructed criterion matches every object of the kind.
+#include <vector>
+
+#include <OdString.h>
+
+#include <vantlib/Composition.h>
+
+namespace vantlib {
+
+// Condition on a text; comparisons ignore letter case as names do.
+class StringCriteria {
+public:
+    enum Mode : uint32_t {
+        kAny = 0,       // every text
+        kEquals = 1,
+        kContains = 2,
+    };
+
+    StringCriteria() = default;
+    StringCriteria(const OdString& text, Mode mode) : m_text(text), m_mode(mode) {}
+
+    StringCriteria& equals(const OdString& text) { m_text = text; m_mode = kEquals; return *this; }
+    StringCriteria& contains(const OdString& text) { m_text = text; m_mode = kContains; return *this; }
+
+    Mode mode() const { return m_mode; }
+    const OdString& text() const { return m_text; }
+    bool isAny() const { return m_mode == kAny; }
+    bool matches(const OdString& candidate) const;
+
+private:
+    OdString m_text;
+    Mode m_mode = kAny;
+};
+
+// Objects selected by name only (any kind).
+struct NameCriteria {
+    StringCriteria name;
+
+    NameCriteria() = default;
+    explicit NameCriteria(const StringCriteria& nameCriteria) : name(nameCriteria) {}
+};
+
+// How a list of required tags is applied.
+enum TagMatch : uint32_t {
+    kAnyTag = 0,   // the object has at least one of the tags
+    kAllTags = 1,  // the object has every tag
+};
+
+struct MaterialCriteria {
+    StringCriteria name;
+    // Name of the material's class; kEquals with a class the library lacks matches nothing.
+    StringCriteria materialClass;
+    // Required tags by name; empty means no tag condition.
+    std::vector<OdString> tags;
+    TagMatch tagMatch = kAnyTag;
+};
+
+struct CompositionCriteria {
+    StringCriteria name;
+    // A single base type; Composition::kAll (64) sets no condition.
+    Composition::Type baseType = Composition::kAll;
+    // When set, only compositions whose composition type has this name (a transient object
+    // serves; it is compared by name).
+    QcSmartPtr<CompositionType> compositionType;
+    std::vector<OdString> tags;
+    TagMatch tagMatch = kAnyTag;
+};
+
+}  // namespace vantlib

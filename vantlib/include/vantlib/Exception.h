@@ -1,0 +1,103 @@
+#pragma once
+// Failures of the library data module. Every kind derives from vantlib::Exception, which is
+// copyable and carries its message both as OdString and as UTF-8 for std::exception::what().
+#include <exception>
+#include <string>
+
+#include <OdString.h>
+
+#include <vantlib/Types.h>
+
+namespace vantlib {
+
+class Exception : public std::exception {
+public:
+    Exception() : Exception(OdString(L"Library error")) {}
+    explicit Exception(const OdString& message) : m_message(message), m_what(message.toUtf8()) {}
+    const OdString& message() const { return m_message; }
+    const char* what() const noexcept override { return m_what.c_str(); }
+
+private:
+    OdString m_message;
+    std::string m_what;
+};
+
+// An object of that kind and name already exists and the clash was not resolved.
+class ObjectNotUnique : public Exception {
+public:
+    ObjectNotUnique() : Exception(OdString(L"An object with that name already exists")) {}
+    ObjectNotUnique(ObjectType type, const OdString& name)
+        : Exception(OdString::formatted(L"An object of kind %u named '%ls' already exists", unsigned(type), name.c_str())),
+          m_type(type), m_name(name) {}
+    ObjectType objectType() const { return m_type; }
+    const OdString& name() const { return m_name; }
+
+private:
+    ObjectType m_type = kUnknownObject;
+    OdString m_name;
+};
+
+// A request that contradicts the library's contents: an unknown id, a reference to an object
+// that does not exist, an object without a library, a value out of range.
+class ConsistencyError : public Exception {
+public:
+    using Exception::Exception;
+};
+
+// Library files. These are raised before anything is written, so the file stays untouched.
+class FileError : public Exception {
+public:
+    FileError(const OdString& path, const OdString& message) : Exception(message), m_path(path) {}
+    const OdString& path() const { return m_path; }
+
+private:
+    OdString m_path;
+};
+
+class FileMissing : public FileError {
+public:
+    explicit FileMissing(const OdString& path) : FileError(path, OdString(L"Library file not found: ") + path) {}
+};
+
+// Not an SQLite database, damaged, or a database without library tables.
+class NotALibrary : public FileError {
+public:
+    NotALibrary(const OdString& path, const OdString& reason)
+        : FileError(path, OdString::formatted(L"Not a library file: %ls (%ls)", path.c_str(), reason.c_str())) {}
+};
+
+// Written by a newer version of this module: its schema version is above the supported one.
+class NewerSchema : public FileError {
+public:
+    NewerSchema(const OdString& path, int found, int supported)
+        : FileError(path, OdString::formatted(L"Library file %ls has schema version %d; this version supports up to %d",
+                                              path.c_str(), found, supported)),
+          m_found(found), m_supported(supported) {}
+    int foundVersion() const { return m_found; }
+    int supportedVersion() const { return m_supported; }
+
+private:
+    int m_found;
+    int m_supported;
+};
+
+// A write was attempted on a library opened read-only or stored in a read-only file.
+class ReadOnly : public FileError {
+public:
+    explicit ReadOnly(const OdString& path) : FileError(path, OdString(L"Library is read-only: ") + path) {}
+};
+
+// The library already exists where a new one was to be created.
+class AlreadyExists : public FileError {
+public:
+    explicit AlreadyExists(const OdString& path) : FileError(path, OdString(L"File already holds a library: ") + path) {}
+};
+
+// The storage engine failed (disk full, I/O error, lock wait timed out); the transaction was
+// rolled back.
+class StorageError : public Exception {
+public:
+    using Exception::Exception;
+};
+
+}  // namespace vantlib

@@ -1,0 +1,143 @@
+#pragma once
+// A library: one SQLite database (a ".vlib" file, or the lib_ tables inside a drawing file)
+// holding materials, compositions and what they refer to.
+//
+// Kinds handled by the template operations: Tag, Layer, MaterialType, CompositionType,
+// CustomProperty, Material, Composition. Criteria: StringCriteria and NameCriteria (on the
+// name, every kind), MaterialCriteria (Material), CompositionCriteria (Composition).
+#include <memory>
+#include <set>
+#include <vector>
+
+#include <OdString.h>
+#include <OdUnits.h>
+#include <QcSmartPtr.h>
+
+#include <vantlib/Criteria.h>
+#include <vantlib/Exception.h>
+#include <vantlib/IdMapping.h>
+#include <vantlib/Object.h>
+
+namespace vantlib {
+
+class LibraryStore;
+
+class Library : public std::enable_shared_from_this<Library> {
+public:
+    class Reactor;  // Reactor.h
+
+    // How copy() groups its writes.
+    enum TransactionType : uint32_t {
+        kSingleTransaction = 0,  // all or nothing: one transaction (nested in an open one)
+        kPerObject = 1,          // each requested object with its dependencies in its own
+                                 // transaction: a failure keeps what was copied before it
+    };
+
+    enum RemoveResult : uint32_t {
+        kRemoved = 0,
+        kNotFound = 1,
+        kReferenced = 2,  // another object of the library refers to it
+        kVetoed = 3,      // the reactor refused (an open drawing uses it)
+    };
+
+    // Schema version this build writes and the newest it reads.
+    static constexpr int kSchemaVersion = 1;
+
+    // Adds the library tables to a new or existing SQLite file (a drawing file keeps its own
+    // tables). Throws AlreadyExists when the file holds a library, NotALibrary when it is not
+    // an SQLite database, ReadOnly when it cannot be written.
+    static std::shared_ptr<Library> create(const OdString& path, OdDb::UnitsValue unit);
+    // Opens an existing library. Throws FileMissing, NotALibrary or NewerSchema without
+    // touching the file. A file that cannot be written opens read-only. Older schemas are
+    // migrated on a writable open.
+    static std::shared_ptr<Library> open(const OdString& path, bool readOnly = false);
+    // True when the file exists and holds library tables (any schema version).
+    static bool containsLibrary(const OdString& path);
+
+    ~Library();
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+
+    bool isReadOnly() const;
+    const OdString& filename() const;
+    // Identity of the library, kept for its whole life (also when the file is moved).
+    const OdString& guid() const;
+    // Length unit of thicknesses and distances stored in the library.
+    OdDb::UnitsValue unit() const;
+    bool isImperial() const;
+    const OdString& description() const;
+    void set_description(const OdString& text);
+
+    // True when an object of that kind other than `exceptId` has this name (case-insensitive).
+    bool isNameUsed(ObjectType type, const OdString& name, uint32_t exceptId = 0) const;
+
+    // ---- Reading. Every object returned is a fresh copy; null when absent.
+    template <class T> QcSmartPtr<T> get(uint32_t id) const;
+    template <class T> QcSmartPtr<T> get(const NameKey& name) const;
+    // Replaces the contents of `out` with the matching objects, ordered by id.
+    template <class T, class Criteria> void get(std::vector<QcSmartPtr<T>>& out, const Criteria& criteria) const;
+    // Every object of the kind, ordered by id.
+    template <class T> void get(std::vector<QcSmartPtr<T>>& out) const { get(out, StringCriteria()); }
+    // The objects of these ids that exist, ordered by id.
+    template <class T> void get(std::vector<QcSmartPtr<T>>& out, const std::set<unsigned>& ids) const;
+    template <class T> unsigned count() const;
+
+    // ---- Writing. Each throws ReadOnly on a read-only library. Outside a Transaction each
+    // call is a transaction of its own.
+
+    // Stores a new object (id 0 or from another library) or the changed object of this
+    // library, and returns the stored copy with its id. References (class, tags, layers,
+    // composition type, custom properties) are resolved by name and created when missing; a
+    // ply's material must exist in this library. A name clash goes to the reactor (no reactor:
+    // ObjectNotUnique); a skipped save returns the existing object.
+    template <class T> QcSmartPtr<T> save(const QcSmartPtr<T>& object);
+
+    template <class T> RemoveResult remove(const QcSmartPtr<T>& object);
+    template <class T> RemoveResult remove(uint32_t id);
+    // Removes what it can; returns the ids that stay because something refers to them or the
+    // reactor vetoed. Unknown ids are ignored.
+    template <class T> std::set<unsigned> remove(const std::set<unsigned>& ids);
+
+    // Removes objects that nothing refers to (Tag, Layer); returns how many. A read-only
+    // library is left as it is (0).
+    template <class T> unsigned purge();
+
+    // Copies objects of `source` with what they depend on (a composition its materials; a
+    // material its class, tags, layers and custom properties), each dependency once.
+    // Dependencies other than materials are matched by name and reused when the target has
+    // them; a clash of a material or composition goes to the reactor (no reactor: skip).
+    // The mapping receives an entry for every source object considered.
+    void copy(const std::shared_ptr<const Library>& source, const std::set<ObjectKey>& keys, IdMapping& mapping,
+              TransactionType transactionType = kSingleTransaction);
+    template <class T>
+    IdMapping copy(const std::shared_ptr<const Library>& source, const std::set<unsigned>& ids,
+                   TransactionType transactionType = kSingleTransaction);
+
+    // Transaction depth (0 when none is open); see Transaction.h.
+    unsigned transactionDepth() const;
+
+    // Storage access for the module's own code.
+    LibraryStore& store() const { return *m_store; }
+
+private:
+    Library(std::unique_ptr<LibraryStore> store);
+    friend class LibraryStore;
+    std::unique_ptr<LibraryStore> m_store;
+};
+
+// The library's file name, for messages; empty for a null library.
+OdString getImplFilename(const Library& library);
+OdString getImplFilename(const std::shared_ptr<const Library>& library);
+
+template <class T>
+IdMapping Library::copy(const std::shared_ptr<const Library>& source, const std::set<unsigned>& ids,
+                        TransactionType transactionType) {
+    std::set<ObjectKey> keys;
+    for (unsigned id : ids)
+        keys.insert(ObjectKey(T::kType, id));
+    IdMapping mapping(shared_from_this());
+    copy(source, keys, mapping, transactionType);
+    return mapping;
+}
+
+}  // namespace vantlib

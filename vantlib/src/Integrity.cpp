@@ -1,0 +1,86 @@
+// Consistency check of a library file for tools: storage, references and values.
+#include <vantlib/Integrity.h>
+
+#include <vantlib/Exception.h>
+
+#include "LibraryFile.h"
+#include "Statement.h"
+#include "Text.h"
+
+namespace vantlib {
+
+namespace {
+
+void collect(sqlite3* db, const char* sql, std::vector<OdString>& problems, const wchar_t* format) {
+    Statement stmt(db, sql);
+    while (stmt.step()) {
+        int columns = sqlite3_column_count(stmt.handle());
+        OdString a = columns > 0 ? stmt.text(0) : OdString();
+        OdString b = columns > 1 ? stmt.text(1) : OdString();
+        OdString c = columns > 2 ? stmt.text(2) : OdString();
+        problems.push_back(OdString::formatted(format, a.c_str(), b.c_str(), c.c_str()));
+    }
+}
+
+}  // namespace
+
+std::vector<OdString> checkIntegrity(const OdString& path) {
+    checkFileHeader(path, false);
+    inspectLibrary(path);
+    std::vector<OdString> problems;
+    try {
+        auto connection = connect(path, FileAccess::kReadOnly, false);
+        sqlite3* db = connection->getHandle();
+        {
+            Statement check(db, "PRAGMA integrity_check");
+            while (check.step()) {
+                OdString line = check.text(0);
+                if (line != L"ok")
+                    problems.push_back(OdString(L"Storage: ") + line);
+            }
+        }
+        collect(db,
+                "SELECT \"table\", rowid, parent FROM pragma_foreign_key_check"
+                " WHERE \"table\" LIKE 'lib\\_%' ESCAPE '\\'",
+                problems, L"Table %ls row %ls refers to a missing row of %ls");
+        collect(db,
+                "SELECT ot.object_type, ot.object_id, '' FROM lib_object_tag ot WHERE"
+                " (ot.object_type = 4 AND NOT EXISTS (SELECT 1 FROM lib_material WHERE id = ot.object_id))"
+                " OR (ot.object_type = 5 AND NOT EXISTS (SELECT 1 FROM lib_composition WHERE id = ot.object_id))"
+                " OR ot.object_type NOT IN (4, 5)",
+                problems, L"A tag is attached to a missing object of kind %ls, id %ls%ls");
+        collect(db,
+                "SELECT cv.object_type, cv.object_id, '' FROM lib_custom_value cv WHERE"
+                " (cv.object_type = 4 AND NOT EXISTS (SELECT 1 FROM lib_material WHERE id = cv.object_id))"
+                " OR (cv.object_type = 5 AND NOT EXISTS (SELECT 1 FROM lib_composition WHERE id = cv.object_id))"
+                " OR cv.object_type NOT IN (4, 5)",
+                problems, L"A custom value belongs to a missing object of kind %ls, id %ls%ls");
+        collect(db,
+                "SELECT cv.object_id, p.name, cv.object_type FROM lib_custom_value cv JOIN lib_custom_property p"
+                " ON p.id = cv.property_id WHERE p.object_type <> 0 AND p.object_type <> cv.object_type",
+                problems, L"Object %ls carries custom property '%ls', which does not apply to kind %ls");
+        collect(db,
+                "SELECT k.name, k.variable_ply, '' FROM lib_composition k WHERE k.variable_ply < -1"
+                " OR k.variable_ply >= (SELECT count(*) FROM lib_ply p WHERE p.composition_id = k.id)",
+                problems, L"Composition '%ls' has a variable ply %ls that it does not hold%ls");
+        collect(db,
+                "SELECT k.name, count(*), max(p.position) FROM lib_composition k JOIN lib_ply p ON p.composition_id = k.id"
+                " GROUP BY k.id HAVING max(p.position) <> count(*) - 1",
+                problems, L"Composition '%ls' has %ls plies numbered up to %ls");
+        collect(db,
+                "SELECT name, sect_type, elev_type FROM lib_material WHERE sect_type NOT BETWEEN 0 AND 3"
+                " OR elev_type NOT BETWEEN 0 AND 3",
+                problems, L"Material '%ls' has unknown pattern types %ls / %ls");
+        collect(db,
+                "SELECT key, '', '' FROM (SELECT 'guid' AS key UNION SELECT 'unit') k"
+                " WHERE NOT EXISTS (SELECT 1 FROM lib_meta m WHERE m.key = k.key)",
+                problems, L"Library setting '%ls' is missing%ls%ls");
+    } catch (const SQLite::Exception& e) {
+        problems.push_back(OdString(L"Storage: ") + textFromUtf8(std::string(e.what())));
+    } catch (const StorageError& e) {
+        problems.push_back(OdString(L"Storage: ") + e.message());
+    }
+    return problems;
+}
+
+}  // namespace vantlib

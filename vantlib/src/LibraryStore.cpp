@@ -1,0 +1,232 @@
+#include "LibraryStore.h"
+
+#include <vantlib/Exception.h>
+#include <vantlib/LibraryManager.h>
+
+#include "Schema.h"
+#include "Text.h"
+
+namespace vantlib {
+
+LibraryStore::LibraryStore(std::unique_ptr<SQLite::Database> db, const OdString& path, bool readOnly)
+    : m_db(std::move(db)), m_path(path), m_readOnly(readOnly) {}
+
+LibraryStore::~LibraryStore() {
+    // Statements must be finalised before the connection closes.
+    m_statements.clear();
+}
+
+Statement& LibraryStore::statement(const std::string& sql) const {
+    auto it = m_statements.find(sql);
+    if (it == m_statements.end())
+        it = m_statements.emplace(sql, std::make_unique<Statement>(db(), sql)).first;
+    return it->second->reset();
+}
+
+void LibraryStore::requireWritable() const {
+    if (m_readOnly)
+        throw ReadOnly(m_path);
+}
+
+void LibraryStore::loadMeta() {
+    Statement& stmt = statement("SELECT key, value FROM lib_meta");
+    while (stmt.step()) {
+        std::string key = stmt.utf8(0);
+        if (key == "guid")
+            m_guid = stmt.text(1);
+        else if (key == "unit")
+            m_unit = OdDb::UnitsValue(std::atoi(stmt.utf8(1).c_str()));
+        else if (key == "description")
+            m_description = stmt.text(1);
+    }
+    stmt.reset();
+}
+
+void LibraryStore::setDescription(const OdString& text) {
+    requireWritable();
+    WriteScope scope(*this);
+    statement("INSERT OR REPLACE INTO lib_meta(key, value) VALUES ('description', ?1)").bind(1, text).run();
+    scope.commit();
+    m_description = text;
+}
+
+// ---- Transactions
+
+std::string LibraryStore::savepointName() const { return "vl_level_" + std::to_string(m_depth); }
+
+void LibraryStore::begin() {
+    requireWritable();
+    if (m_depth == 0) {
+        // IMMEDIATE takes the write lock now (waiting up to the busy timeout), so that what
+        // this transaction reads cannot be changed by another process before it writes.
+        execute(db(), "BEGIN IMMEDIATE");
+        clearNameCaches();
+    } else {
+        statement("SAVEPOINT " + savepointName()).run();
+    }
+    ++m_depth;
+    if (Library::Reactor* r = reactor()) {
+        try {
+            r->onTransactionBegin(selfConst());
+        } catch (...) {
+            // The caller never gets the level, so close it here.
+            rollbackLevel();
+            throw;
+        }
+    }
+}
+
+void LibraryStore::commit() {
+    if (m_depth == 0)
+        throw ConsistencyError(OdString(L"No transaction to commit"));
+    if (m_depth == 1) {
+        int rc = sqlite3_exec(db(), "COMMIT", nullptr, nullptr, nullptr);
+        if (rc != SQLITE_OK) {
+            // The changes cannot be kept: undo them rather than leave the level half open.
+            sqlite3_exec(db(), "ROLLBACK", nullptr, nullptr, nullptr);
+            m_depth = 0;
+            clearNameCaches();
+            if (Library::Reactor* r = reactor())
+                r->onTransactionEnd(selfConst(), kTransactionRolledBack);
+            throwSqliteError(db(), rc, "COMMIT");
+        }
+        m_depth = 0;
+        clearNameCaches();
+    } else {
+        --m_depth;
+        statement("RELEASE " + savepointName()).run();
+    }
+    if (Library::Reactor* r = reactor())
+        r->onTransactionEnd(selfConst(), kTransactionCommitted);
+}
+
+void LibraryStore::rollback() {
+    if (m_depth == 0)
+        return;
+    rollbackLevel();
+    if (Library::Reactor* r = reactor())
+        r->onTransactionEnd(selfConst(), kTransactionRolledBack);
+}
+
+void LibraryStore::rollbackLevel() {
+    // Statements left mid-result would keep the rollback from releasing locks.
+    for (auto& entry : m_statements)
+        sqlite3_reset(entry.second->handle());
+    if (m_depth == 1) {
+        m_depth = 0;
+        clearNameCaches();
+        if (sqlite3_get_autocommit(db()) == 0)
+            execute(db(), "ROLLBACK");
+    } else {
+        --m_depth;
+        std::string name = savepointName();
+        execute(db(), ("ROLLBACK TO " + name + "; RELEASE " + name).c_str());
+        clearNameCaches();
+    }
+}
+
+LibraryStore::ReadScope::ReadScope(const LibraryStore& store) : m_store(store) {
+    if (store.m_depth == 0 && sqlite3_get_autocommit(store.db())) {
+        store.statement("BEGIN").run();
+        m_open = true;
+    }
+}
+
+LibraryStore::ReadScope::~ReadScope() {
+    if (m_open) {
+        try {
+            m_store.statement("COMMIT").run();
+        } catch (...) {
+            // A read transaction has nothing to lose; make sure it is closed.
+            sqlite3_exec(m_store.db(), "ROLLBACK", nullptr, nullptr, nullptr);
+        }
+    }
+}
+
+void LibraryStore::clearNameCaches() {
+    for (auto& cache : m_nameCache)
+        cache.clear();
+}
+
+// ---- Names
+
+uint32_t LibraryStore::findId(ObjectType type, const OdString& name, uint32_t exceptId) const {
+    const char* table = tableOf(type);
+    if (!table)
+        throw ConsistencyError(OdString::formatted(L"Objects of kind %u are not stored in libraries", unsigned(type)));
+    Statement& stmt = statement(std::string("SELECT id FROM ") + table + " WHERE name = ?1 AND id <> ?2");
+    stmt.bind(1, name).bind(2, exceptId);
+    uint32_t id = stmt.step() ? stmt.id(0) : 0;
+    stmt.reset();
+    return id;
+}
+
+bool LibraryStore::exists(ObjectType type, uint32_t id) const {
+    const char* table = tableOf(type);
+    if (!table)
+        return false;
+    Statement& stmt = statement(std::string("SELECT 1 FROM ") + table + " WHERE id = ?1");
+    bool found = stmt.bind(1, id).step();
+    stmt.reset();
+    return found;
+}
+
+uint32_t LibraryStore::resolveNamed(ObjectType type, const OdString& name, bool* created, ObjectType propertyKind) {
+    if (name.isEmpty())
+        throw ConsistencyError(OdString::formatted(L"A referenced object of kind %u has no name", unsigned(type)));
+    if (created)
+        *created = false;
+    std::unordered_map<std::wstring, uint32_t>* cache = type < 8 && m_depth > 0 ? &m_nameCache[type] : nullptr;
+    std::wstring folded;
+    if (cache) {
+        folded = foldCase(name);
+        auto it = cache->find(folded);
+        if (it != cache->end())
+            return it->second;
+    }
+    uint32_t id = findId(type, name);
+    if (id == 0) {
+        requireWritable();
+        if (type == kCustomProperty) {
+            statement("INSERT INTO lib_custom_property(name, object_type) VALUES (?1, ?2)").bind(1, name).bind(2, unsigned(propertyKind)).run();
+        } else {
+            statement(std::string("INSERT INTO ") + tableOf(type) + "(name) VALUES (?1)").bind(1, name).run();
+        }
+        id = uint32_t(sqlite3_last_insert_rowid(db()));
+        if (created)
+            *created = true;
+        notifySaved(ObjectKey(type, id), true);
+    }
+    if (cache)
+        cache->emplace(std::move(folded), id);
+    return id;
+}
+
+// ---- Reactor
+
+Library::Reactor* LibraryStore::reactor() const { return LibraryManager::instance()->reactor(); }
+
+void LibraryStore::notifySaved(const ObjectKey& key, bool isNew) {
+    if (Library::Reactor* r = reactor()) {
+        if (isNew)
+            r->onSaved(selfConst(), key);
+        else
+            r->onModified(selfConst(), key);
+    }
+}
+
+std::string idsAsJson(const std::set<unsigned>& ids) {
+    std::string json = "[";
+    json.reserve(ids.size() * 7 + 2);
+    bool first = true;
+    for (unsigned id : ids) {
+        if (!first)
+            json += ',';
+        json += std::to_string(id);
+        first = false;
+    }
+    json += ']';
+    return json;
+}
+
+}  // namespace vantlib

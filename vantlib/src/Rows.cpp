@@ -1,0 +1,248 @@
+#include "Rows.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "LibraryAccess.h"
+#include "Text.h"
+
+namespace vantlib {
+
+const char* const kMaterialSelect =
+    "SELECT m.id, m.name, m.description, m.comments, m.class_id, m.appearance,"
+    " m.sect_type, m.sect_name, m.sect_scale, m.sect_space, m.sect_angle, m.sect_cross, m.sect_annotative, m.sect_background,"
+    " m.elev_type, m.elev_name, m.elev_scale, m.elev_space, m.elev_angle, m.elev_cross, m.elev_annotative, m.elev_background,"
+    " m.has_bim, m.sect_layer_id, m.elev_layer_id, m.default_function, m.thicknesses, m.variable_thickness,"
+    " m.union_elevation, m.union_section,"
+    " m.has_info, m.classification, m.unique_code, m.cost, m.keynote, m.label, m.manufacturer, m.mark, m.model, m.url,"
+    " m.has_physical, m.density, m.density_unit, m.conductivity, m.conductivity_unit, m.specific_heat, m.specific_heat_unit,"
+    " c.name, sl.name, el.name"
+    " FROM lib_material m"
+    " LEFT JOIN lib_material_type c ON c.id = m.class_id"
+    " LEFT JOIN lib_layer sl ON sl.id = m.sect_layer_id"
+    " LEFT JOIN lib_layer el ON el.id = m.elev_layer_id";
+
+#define VL_MATERIAL_COLUMNS                                                                                        \
+    "name, description, comments, class_id, appearance,"                                                          \
+    " sect_type, sect_name, sect_scale, sect_space, sect_angle, sect_cross, sect_annotative, sect_background,"    \
+    " elev_type, elev_name, elev_scale, elev_space, elev_angle, elev_cross, elev_annotative, elev_background,"    \
+    " has_bim, sect_layer_id, elev_layer_id, default_function, thicknesses, variable_thickness,"                  \
+    " union_elevation, union_section,"                                                                            \
+    " has_info, classification, unique_code, cost, keynote, label, manufacturer, mark, model, url,"               \
+    " has_physical, density, density_unit, conductivity, conductivity_unit, specific_heat, specific_heat_unit"
+
+const char* const kMaterialInsert =
+    "INSERT INTO lib_material(" VL_MATERIAL_COLUMNS ") VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10,"
+    " ?11, ?12, ?13, ?14, ?15, ?16, ?17, ?18, ?19, ?20, ?21, ?22, ?23, ?24, ?25, ?26, ?27, ?28, ?29, ?30,"
+    " ?31, ?32, ?33, ?34, ?35, ?36, ?37, ?38, ?39, ?40, ?41, ?42, ?43, ?44, ?45, ?46)";
+
+const char* const kMaterialUpdate =
+    "UPDATE lib_material SET (" VL_MATERIAL_COLUMNS ") = (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10,"
+    " ?11, ?12, ?13, ?14, ?15, ?16, ?17, ?18, ?19, ?20, ?21, ?22, ?23, ?24, ?25, ?26, ?27, ?28, ?29, ?30,"
+    " ?31, ?32, ?33, ?34, ?35, ?36, ?37, ?38, ?39, ?40, ?41, ?42, ?43, ?44, ?45, ?46) WHERE id = ?47";
+
+namespace {
+
+template <class T>
+QcSmartPtr<T> namedRef(const Statement& row, int idColumn, int nameColumn, const std::weak_ptr<Library>& library) {
+    if (row.isNull(idColumn) || row.isNull(nameColumn))
+        return QcSmartPtr<T>();
+    QcSmartPtr<T> object = T::create(row.text(nameColumn));
+    LibraryAccess::bind(*object, row.id(idColumn), library);
+    return object;
+}
+
+bool readPattern(const Statement& row, int first, Pattern& pattern) {
+    int type = row.integer(first);
+    if (type < int(Pattern::kNone) || type > int(Pattern::kCustom))
+        return false;
+    pattern.set_type(Pattern::Type(type));
+    pattern.set_name(row.text(first + 1));
+    pattern.set_scale(row.real(first + 2));
+    pattern.set_space(row.real(first + 3));
+    pattern.set_angle(row.real(first + 4));
+    pattern.set_cross(row.boolean(first + 5));
+    pattern.set_annotative(row.boolean(first + 6));
+    if (row.isNull(first + 7))
+        pattern.clear_background_color();
+    else
+        pattern.set_background_color(uint32_t(row.int64(first + 7)));
+    return true;
+}
+
+void bindPattern(Statement& stmt, int first, const Pattern& pattern) {
+    stmt.bind(first, unsigned(pattern.type()))
+        .bind(first + 1, pattern.name())
+        .bind(first + 2, pattern.scale())
+        .bind(first + 3, pattern.space())
+        .bind(first + 4, pattern.angle())
+        .bind(first + 5, int(pattern.cross()))
+        .bind(first + 6, int(pattern.annotative()));
+    if (pattern.has_background_color())
+        stmt.bind(first + 7, int64_t(pattern.background_color()));
+    else
+        stmt.bindNull(first + 7);
+}
+
+void bindOptionalReal(Statement& stmt, int index, bool present, double value) {
+    if (present)
+        stmt.bind(index, value);
+    else
+        stmt.bindNull(index);
+}
+
+}  // namespace
+
+bool readMaterialRow(const Statement& row, Material& material, const std::weak_ptr<Library>& library) {
+    LibraryAccess::bind(material, row.id(0), library);
+    material.set_name(row.text(1));
+    material.set_description(row.text(2));
+    material.set_comments(row.text(3));
+    material.set_type(namedRef<MaterialType>(row, 4, 47, library));
+    material.set_appearance(row.text(5));
+    if (!readPattern(row, 6, material.section_pattern()) || !readPattern(row, 14, material.elevation_pattern()))
+        return false;
+    if (row.boolean(22)) {
+        int function = row.integer(25);
+        if (function < int(kFunctionNone) || function > int(kFunctionMembrane))
+            return false;
+        BimAsset* bim = material.bim_asset(true);
+        bim->set_layer(namedRef<Layer>(row, 23, 48, library));
+        bim->set_layer_elevation(namedRef<Layer>(row, 24, 49, library));
+        bim->set_default_function(MaterialFunction(function));
+        bim->set_thicknesses(thicknessesFromText(row.utf8(26)));
+        bim->set_variable_thickness(row.boolean(27));
+        bim->set_union_elevation(row.boolean(28));
+        bim->set_union_section(row.boolean(29));
+    }
+    if (row.boolean(30)) {
+        InformationAsset* info = material.information_asset(true);
+        info->set_classification(row.text(31));
+        if (!row.isNull(32))
+            info->set_unique_code(row.text(32));
+        info->set_cost(row.text(33));
+        info->set_keynote(row.text(34));
+        info->set_label(row.text(35));
+        info->set_manufacturer(row.text(36));
+        info->set_mark(row.text(37));
+        info->set_model(row.text(38));
+        info->set_url(row.text(39));
+    }
+    if (row.boolean(40)) {
+        PhysicalAsset* physical = material.physical_asset(true);
+        if (!row.isNull(41))
+            physical->set_density(row.real(41), row.text(42));
+        if (!row.isNull(43))
+            physical->set_thermal_conductivity(row.real(43), row.text(44));
+        if (!row.isNull(45))
+            physical->set_specific_heat(row.real(45), row.text(46));
+    }
+    return true;
+}
+
+void bindMaterialRow(Statement& stmt, const Material& material, const MaterialRefs& refs) {
+    stmt.bind(1, material.name())
+        .bind(2, material.description())
+        .bind(3, material.comments())
+        .bindRef(4, refs.classId)
+        .bind(5, material.appearance());
+    bindPattern(stmt, 6, material.section_pattern());
+    bindPattern(stmt, 14, material.elevation_pattern());
+    const BimAsset* bim = material.bim_asset();
+    stmt.bind(22, int(bim != nullptr))
+        .bindRef(23, refs.sectionLayerId)
+        .bindRef(24, refs.elevationLayerId)
+        .bind(25, unsigned(bim ? bim->default_function() : kFunctionNone))
+        .bind(26, bim ? thicknessesToText(bim->thicknesses()) : std::string())
+        .bind(27, int(bim && bim->variable_thickness()))
+        .bind(28, int(bim && bim->union_elevation()))
+        .bind(29, int(bim && bim->union_section()));
+    const InformationAsset* info = material.information_asset();
+    InformationAsset none;
+    const InformationAsset& i = info ? *info : none;
+    stmt.bind(30, int(info != nullptr)).bind(31, i.classification());
+    if (i.has_unique_code())
+        stmt.bind(32, i.unique_code());
+    else
+        stmt.bindNull(32);
+    stmt.bind(33, i.cost()).bind(34, i.keynote()).bind(35, i.label()).bind(36, i.manufacturer())
+        .bind(37, i.mark()).bind(38, i.model()).bind(39, i.url());
+    const PhysicalAsset* physical = material.physical_asset();
+    PhysicalAsset nothing;
+    const PhysicalAsset& p = physical ? *physical : nothing;
+    stmt.bind(40, int(physical != nullptr));
+    bindOptionalReal(stmt, 41, p.has_density(), p.density().value);
+    stmt.bind(42, p.density().unit);
+    bindOptionalReal(stmt, 43, p.has_thermal_conductivity(), p.thermal_conductivity().value);
+    stmt.bind(44, p.thermal_conductivity().unit);
+    bindOptionalReal(stmt, 45, p.has_specific_heat(), p.specific_heat().value);
+    stmt.bind(46, p.specific_heat().unit);
+}
+
+const char* const kCompositionSelect =
+    "SELECT k.id, k.name, k.description, k.comments, k.base_type, k.type_id, k.layer_id, k.variable_ply, k.variable_min,"
+    " ct.name, ly.name"
+    " FROM lib_composition k"
+    " LEFT JOIN lib_composition_type ct ON ct.id = k.type_id"
+    " LEFT JOIN lib_layer ly ON ly.id = k.layer_id";
+
+const char* const kCompositionInsert =
+    "INSERT INTO lib_composition(name, description, comments, base_type, type_id, layer_id, variable_ply, variable_min)"
+    " VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)";
+
+const char* const kCompositionUpdate =
+    "UPDATE lib_composition SET (name, description, comments, base_type, type_id, layer_id, variable_ply, variable_min)"
+    " = (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8) WHERE id = ?9";
+
+bool readCompositionRow(const Statement& row, Composition& composition, const std::weak_ptr<Library>& library) {
+    LibraryAccess::bind(composition, row.id(0), library);
+    composition.set_name(row.text(1));
+    composition.set_description(row.text(2));
+    composition.set_comments(row.text(3));
+    composition.set_base_type(Composition::Type(row.int64(4)));
+    composition.set_type(namedRef<CompositionType>(row, 5, 9, library));
+    composition.set_layer(namedRef<Layer>(row, 6, 10, library));
+    // The variable ply index is checked once the plies are attached.
+    LibraryAccess::setVariablePlyRaw(composition, row.integer(7));
+    composition.set_variable_ply_min_thickness(row.real(8));
+    return true;
+}
+
+void bindCompositionRow(Statement& stmt, const Composition& composition, const CompositionRefs& refs) {
+    stmt.bind(1, composition.name())
+        .bind(2, composition.description())
+        .bind(3, composition.comments())
+        .bind(4, unsigned(composition.type()))
+        .bindRef(5, refs.typeId)
+        .bindRef(6, refs.layerId)
+        .bind(7, composition.variable_ply())
+        .bind(8, composition.variable_ply_min_thickness());
+}
+
+std::string thicknessesToText(const std::set<double>& values) {
+    std::string text;
+    char buffer[32];
+    for (double v : values) {
+        std::snprintf(buffer, sizeof buffer, "%.17g", v);
+        if (!text.empty())
+            text += ' ';
+        text += buffer;
+    }
+    return text;
+}
+
+std::set<double> thicknessesFromText(const std::string& text) {
+    std::set<double> values;
+    const char* p = text.c_str();
+    char* end = nullptr;
+    while (*p) {
+        double v = std::strtod(p, &end);
+        if (end == p)
+            break;
+        values.insert(v);
+        p = end;
+    }
+    return values;
+}
+
+}  // namespace vantlib
