@@ -1,0 +1,295 @@
+// Runs the built vlib binary the way a user would: on the demo files, copies of them and
+// files that are not libraries.
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <set>
+#include <sstream>
+#include <string>
+
+#include <SQLiteCpp/Database.h>
+#include <gtest/gtest.h>
+
+#include "DemoContent.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct ToolRun {
+    int exitCode;
+    std::string out;
+    std::string err;
+};
+
+std::string quoted(const std::string& word) {
+    std::string text = "'";
+    for (char c : word)
+        text += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return text + "'";
+}
+
+std::string readBytes(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+void writeBytes(const fs::path& path, const std::string& bytes) {
+    std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
+}
+
+// "key: value" lines of `vlib info`.
+std::map<std::string, std::string> fields(const std::string& text) {
+    std::map<std::string, std::string> result;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);)
+        if (const auto colon = line.find(": "); colon != std::string::npos)
+            result[line.substr(0, colon)] = line.substr(colon + 2);
+    return result;
+}
+
+std::set<std::string> lines(const std::string& text) {
+    std::set<std::string> result;
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);)
+        result.insert(line);
+    return result;
+}
+
+std::set<std::string> namesOf(const std::vector<vlib::demo::Material>& materials) {
+    std::set<std::string> names;
+    for (const auto& m : materials)
+        names.insert(m.name);
+    return names;
+}
+
+class VlibTool : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        s_dir = fs::temp_directory_path() / ("vlib_test_" + std::to_string(::getpid()));
+        fs::remove_all(s_dir);
+        const ToolRun demo = vlib({"demo", (s_dir / "demo").string()});
+        ASSERT_EQ(demo.exitCode, 0) << demo.err;
+    }
+    static void TearDownTestSuite() { fs::remove_all(s_dir); }
+
+    static ToolRun vlib(const std::vector<std::string>& args) {
+        const fs::path errFile = s_dir.parent_path() / ("vlib_err_" + std::to_string(::getpid()));
+        std::string command = quoted(std::string(VL_BIN_DIR) + "/vlib");
+        for (const auto& arg : args)
+            command += " " + quoted(arg);
+        command += " 2>" + quoted(errFile.string());
+        ToolRun run{-1, {}, {}};
+        FILE* pipe = ::popen(command.c_str(), "r");
+        if (!pipe)
+            return run;
+        std::array<char, 4096> buffer;
+        for (size_t n; (n = std::fread(buffer.data(), 1, buffer.size(), pipe)) > 0;)
+            run.out.append(buffer.data(), n);
+        const int status = ::pclose(pipe);
+        run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        run.err = readBytes(errFile);
+        fs::remove(errFile);
+        return run;
+    }
+
+    static fs::path demoFile(const std::string& name) { return s_dir / "demo" / name; }
+    static fs::path scratch(const std::string& name) { return s_dir / name; }
+    static fs::path copyOf(const std::string& demoName, const std::string& name) {
+        fs::copy_file(demoFile(demoName), scratch(name), fs::copy_options::overwrite_existing);
+        return scratch(name);
+    }
+
+    static fs::path s_dir;
+};
+
+fs::path VlibTool::s_dir;
+
+TEST_F(VlibTool, DemoLibrariesHoldTheDemoContent) {
+    const ToolRun central = vlib({"info", demoFile("central-metric.vlib").string()});
+    ASSERT_EQ(central.exitCode, 0) << central.err;
+    auto info = fields(central.out);
+    EXPECT_EQ(info["materials"], std::to_string(vlib::demo::centralMaterials().size()));
+    EXPECT_EQ(info["compositions"], std::to_string(vlib::demo::centralCompositions().size()));
+    EXPECT_EQ(info["unit"], "millimetres (metric)");
+    EXPECT_GE(std::stoi(info["material-classes"]), 10);
+    EXPECT_GE(std::stoi(info["tags"]), 10);
+    EXPECT_GE(vlib::demo::centralMaterials().size(), 40u);
+    EXPECT_GE(vlib::demo::centralCompositions().size(), 12u);
+
+    const ToolRun project = vlib({"info", demoFile("demo.vldwg").string()});
+    ASSERT_EQ(project.exitCode, 0) << project.err;
+    info = fields(project.out);
+    EXPECT_EQ(info["materials"], std::to_string(vlib::demo::projectMaterials().size()));
+    EXPECT_EQ(info["compositions"], std::to_string(vlib::demo::projectCompositions().size()));
+}
+
+TEST_F(VlibTool, ProjectLibraryHoldsEditedCopiesUnderCentralNames) {
+    const auto central = namesOf(vlib::demo::centralMaterials());
+    size_t shared = 0;
+    for (const auto& name : namesOf(vlib::demo::projectMaterials()))
+        shared += central.count(name);
+    EXPECT_GE(shared, 3u);
+    const ToolRun list = vlib({"list", demoFile("demo.vldwg").string(), "composition"});
+    ASSERT_EQ(list.exitCode, 0) << list.err;
+    EXPECT_EQ(lines(list.out).count("EW-01 Clay block, rendered"), 1u);
+}
+
+TEST_F(VlibTool, ListFiltersByClassAndTag) {
+    const std::string central = demoFile("central-metric.vlib").string();
+    const ToolRun insulation = vlib({"list", central, "material", "--class", "Insulation"});
+    ASSERT_EQ(insulation.exitCode, 0) << insulation.err;
+    const auto insulationNames = lines(insulation.out);
+    EXPECT_EQ(insulationNames.count("Mineral wool, glass"), 1u);
+    EXPECT_EQ(insulationNames.count("Concrete C30/37"), 0u);
+
+    const auto roofing = lines(vlib({"list", central, "materials", "--tag", "roofing"}).out);
+    EXPECT_EQ(roofing.count("EPDM membrane"), 1u);
+    EXPECT_EQ(roofing.count("Granite"), 0u);
+
+    const auto roofs = lines(vlib({"list", central, "composition", "--class", "Roofs"}).out);
+    EXPECT_EQ(roofs.count("RF-01 Flat roof, warm deck, tapered"), 1u);
+    EXPECT_EQ(roofs.count("EW-05 Basement wall"), 0u);
+
+    EXPECT_TRUE(vlib({"list", central, "material", "--class", "No such class"}).out.empty());
+    EXPECT_EQ(vlib({"list", central, "tag", "--class", "x"}).exitCode, 2);
+    EXPECT_EQ(vlib({"list", central, "gizmo"}).exitCode, 2);
+}
+
+TEST_F(VlibTool, CheckPassesOnTheDemoAndFailsClearlyOnACorruptedCopy) {
+    for (const char* name : {"central-metric.vlib", "demo.vldwg"}) {
+        const ToolRun check = vlib({"check", demoFile(name).string()});
+        EXPECT_EQ(check.exitCode, 0) << name << ": " << check.out << check.err;
+    }
+    const fs::path damaged = copyOf("central-metric.vlib", "damaged.vlib");
+    std::string bytes = readBytes(damaged);
+    ASSERT_GT(bytes.size(), 3 * 4096u);
+    for (size_t i = 4096 + 100; i < 3 * 4096; ++i)
+        bytes[i] = char(i * 131 + 7);
+    writeBytes(damaged, bytes);
+
+    const ToolRun check = vlib({"check", damaged.string()});
+    EXPECT_EQ(check.exitCode, 1);
+    EXPECT_EQ(check.err.rfind("vlib: ", 0), 0u) << check.err;
+    EXPECT_NE(check.err.find("damaged.vlib"), std::string::npos) << check.err;
+    EXPECT_EQ(readBytes(damaged), bytes);
+}
+
+TEST_F(VlibTool, CheckFindsUsesOfObjectsThatAreGone) {
+    const std::string central = demoFile("central-metric.vlib").string();
+    const ToolRun sound = vlib({"check", demoFile("demo.vldwg").string(), "--central", central});
+    EXPECT_EQ(sound.exitCode, 0) << sound.out << sound.err;
+    EXPECT_NE(sound.out.find("10 uses of library objects checked"), std::string::npos) << sound.out;
+
+    // Removes a composition behind the library's back, as a foreign tool might (the table name
+    // is the storage's own).
+    const fs::path broken = copyOf("demo.vldwg", "broken.vldwg");
+    {
+        SQLite::Database db(broken.string(), SQLite::OPEN_READWRITE);
+        db.exec("PRAGMA foreign_keys = OFF");
+        ASSERT_EQ(db.exec("DELETE FROM lib_composition WHERE name = 'EW-01 Clay block, rendered'"), 1);
+    }
+    const std::string before = readBytes(broken);
+    const ToolRun check = vlib({"check", broken.string()});
+    EXPECT_EQ(check.exitCode, 1);
+    EXPECT_NE(check.out.find("uses the project composition 'EW-01 Clay block, rendered', which the library lacks"),
+              std::string::npos) << check.out;
+    EXPECT_EQ(check.err.rfind("vlib: ", 0), 0u) << check.err;
+    EXPECT_EQ(readBytes(broken), before);
+}
+
+TEST_F(VlibTool, CopyBringsMaterialsAlongAndAnswersClashesAsAsked) {
+    const std::string target = scratch("copy-target.vlib").string();
+    ASSERT_EQ(vlib({"create", target}).exitCode, 0);
+    const std::string central = demoFile("central-metric.vlib").string();
+    const std::string wall = "EW-02 Concrete, ETICS";
+
+    const ToolRun first = vlib({"copy", central, target, "composition", wall});
+    ASSERT_EQ(first.exitCode, 0) << first.err;
+    auto info = fields(vlib({"info", target}).out);
+    EXPECT_EQ(info["compositions"], "1");
+    EXPECT_EQ(info["materials"], "4");  // one per ply
+
+    const ToolRun skipped = vlib({"copy", central, target, "composition", wall});
+    EXPECT_EQ(skipped.exitCode, 0) << skipped.err;
+    EXPECT_NE(skipped.out.find("skipped"), std::string::npos) << skipped.out;
+    EXPECT_EQ(fields(vlib({"info", target}).out)["compositions"], "1");
+
+    const ToolRun overwritten = vlib({"copy", central, target, "material", "Gypsum plaster", "--on-clash", "overwrite"});
+    EXPECT_EQ(overwritten.exitCode, 0) << overwritten.err;
+    EXPECT_NE(overwritten.out.find("overwritten"), std::string::npos) << overwritten.out;
+    EXPECT_EQ(fields(vlib({"info", target}).out)["materials"], "4");
+
+    const ToolRun renamed = vlib({"copy", central, target, "composition", wall, "--on-clash", "rename"});
+    EXPECT_EQ(renamed.exitCode, 0) << renamed.err;
+    const auto names = lines(vlib({"list", target, "composition"}).out);
+    EXPECT_EQ(names.size(), 2u);
+    EXPECT_EQ(names.count(wall), 1u);
+    EXPECT_EQ(names.count(wall + "_2"), 1u);
+}
+
+TEST_F(VlibTool, WrongFilesAreNeverModified) {
+    const fs::path text = scratch("readme.vlib");
+    writeBytes(text, "This is not a library.\n");
+    const std::string central = demoFile("central-metric.vlib").string();
+    const std::string before = readBytes(text);
+
+    for (const auto& args : std::vector<std::vector<std::string>>{
+             {"info", text.string()},
+             {"check", text.string()},
+             {"list", text.string(), "material"},
+             {"create", text.string()},
+             {"copy", central, text.string(), "material", "Granite"},
+         }) {
+        SCOPED_TRACE(args.front());
+        const ToolRun run = vlib(args);
+        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_EQ(run.err.rfind("vlib: ", 0), 0u) << run.err;
+        EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
+        EXPECT_EQ(readBytes(text), before);
+    }
+
+    // An unknown name fails before the destination is opened for writing.
+    const fs::path target = copyOf("central-metric.vlib", "unchanged.vlib");
+    const std::string targetBefore = readBytes(target);
+    const ToolRun unknown = vlib({"copy", demoFile("demo.vldwg").string(), target.string(), "material", "Unobtainium"});
+    EXPECT_EQ(unknown.exitCode, 1);
+    EXPECT_NE(unknown.err.find("Unobtainium"), std::string::npos);
+    EXPECT_EQ(readBytes(target), targetBefore);
+
+    const ToolRun missing = vlib({"info", scratch("missing.vlib").string()});
+    EXPECT_EQ(missing.exitCode, 1);
+    EXPECT_FALSE(fs::exists(scratch("missing.vlib")));
+}
+
+TEST_F(VlibTool, UsageErrorsExitWithTwo) {
+    const ToolRun none = vlib({});
+    EXPECT_EQ(none.exitCode, 2);
+    EXPECT_EQ(none.err, "vlib: no command given (see 'vlib help')\n");
+    EXPECT_EQ(vlib({"frobnicate"}).exitCode, 2);
+    EXPECT_EQ(vlib({"info"}).exitCode, 2);
+    EXPECT_EQ(vlib({"create", scratch("x.vlib").string(), "--metric"}).exitCode, 2);
+    EXPECT_EQ(vlib({"copy", "a", "b", "material", "n", "--on-clash", "merge"}).exitCode, 2);
+    EXPECT_FALSE(fs::exists(scratch("x.vlib")));
+    const ToolRun help = vlib({"help"});
+    EXPECT_EQ(help.exitCode, 0);
+    EXPECT_NE(help.out.find("demo DIR"), std::string::npos);
+}
+
+TEST_F(VlibTool, CreateMakesAnEmptyLibraryOfTheChosenUnit) {
+    const std::string imperial = scratch("imperial.vlib").string();
+    ASSERT_EQ(vlib({"create", imperial, "--imperial"}).exitCode, 0);
+    auto info = fields(vlib({"info", imperial}).out);
+    EXPECT_EQ(info["unit"], "inches (imperial)");
+    EXPECT_EQ(info["materials"], "0");
+    EXPECT_EQ(vlib({"check", imperial}).exitCode, 0);
+}
+
+}  // namespace

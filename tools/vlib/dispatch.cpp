@@ -1,0 +1,47 @@
+#include <map>
+#include <ostream>
+
+#include "Arguments.h"
+#include "Commands.h"
+
+namespace vlib {
+
+void printUsage(std::ostream& out) {
+    out << "Usage: vlib COMMAND [ARGUMENTS]\n"
+           "\n"
+           "  create FILE [--imperial]            create an empty library (metric, millimetres, by default)\n"
+           "  info FILE                           schema version, unit and the number of objects of each kind\n"
+           "  list FILE KIND [--class C] [--tag T]\n"
+           "                                      names of the objects of a kind, optionally filtered\n"
+           "  check FILE [--central LIBRARY]      verify integrity and references (of a drawing's entities too);\n"
+           "                                      exit 1 when broken\n"
+           "  copy SRC DST KIND NAME... [--on-clash skip|overwrite|rename]\n"
+           "                                      copy named objects (and what they use) between libraries\n"
+           "  demo DIR                            write the demo drawing and its central library into DIR\n"
+           "  help                                this text\n"
+           "\n"
+           "FILE is a library (.vlib) or a drawing (.vldwg) with an embedded project library.\n"
+           "KIND is one of: material, composition, material-class, composition-class, tag, layer,\n"
+           "custom-property.\n";
+}
+
+int dispatch(const Words& words, std::ostream& out) {
+    using Command = int (*)(const Words&, std::ostream&);
+    static const std::map<std::string, Command> commands{
+        {"create", createCommand}, {"info", infoCommand}, {"list", listCommand},
+        {"check", checkCommand},   {"copy", copyCommand}, {"demo", demoCommand},
+    };
+    if (words.empty())
+        throw UsageError("no command given");
+    const std::string& name = words.front();
+    if (name == "help" || name == "--help" || name == "-h") {
+        printUsage(out);
+        return 0;
+    }
+    const auto it = commands.find(name);
+    if (it == commands.end())
+        throw UsageError("unknown command '" + name + "'");
+    return it->second(Words(words.begin() + 1, words.end()), out);
+}
+
+}  // namespace vlib
