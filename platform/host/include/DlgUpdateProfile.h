@@ -1,0 +1,14 @@
+#pragma once
+// Asks whether a changed profile should be re-applied to the drawing entities that use it.
+// Results: 5300 update the entities, 5301 keep the entities as they are (only the library
+// changes), 5302 abandon the change.
+#include "DlgQuestion.h"
+
+namespace wxg {
+
+class DlgUpdateProfile : public DlgQuestion {
+public:
+    DlgUpdateProfile(wxWindow* parent, const wxString& fullName, unsigned entityCount);
+};
+
+}  // namespace wxg

@@ -1,0 +1,44 @@
+#include "BuiltinCommands.h"
+
+#include <wx/intl.h>
+
+#include "AboutDialog.h"
+#include "DrawingSession.h"
+#include "HatchPatternGallery.h"
+#include "MainFrame.h"
+#include "OaApp.h"
+#include "Prompt.h"
+
+// `frame` is read when a command runs: commands are registered before the window exists.
+void registerBuiltinCommands(oa::OaApp& app, DrawingSession& session, MainFrame*& frame) {
+    app.addCommand("about", wxString(), [&app, &frame] {
+        AboutDialog dialog(frame, app);
+        dialog.ShowModal();
+    });
+    app.addCommand("open", wxString(), [&frame] {
+        if (frame)
+            frame->chooseAndOpenDrawing();
+    });
+    app.addCommand("close", wxString(), [&frame] {
+        if (frame)
+            frame->closeDrawing();
+    });
+    app.addCommand("etransmit", wxString(), [&app, &session] {
+        if (!session.database()) {
+            ca::prompt(_("No drawing is open."));
+            return;
+        }
+        const ca::TransmittalFiles files = app.collectTransmittalFiles(session.database());
+        ca::promptf(L"%u file(s) travel with the drawing:", files.size());
+        for (const auto& file : files)
+            ca::promptf(L"  %ls (type %d)", file.first.c_str(), static_cast<int>(file.second));
+    });
+    app.addCommand("hatch-patterns", _("Hatch patterns"), [&frame] {
+        wxg::DlgHatchPatternGallery gallery(frame);
+        gallery.ShowModal();
+    });
+    app.addCommand("commands", wxString(), [&app] {
+        for (const ca::Command& command : app.commands())
+            ca::prompt("  " + command.name);
+    });
+}

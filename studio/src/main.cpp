@@ -1,0 +1,30 @@
+// vlstudio: the host application of the library modules.
+#include <cstdio>
+#include <string>
+
+#include <wx/app.h>
+
+#include "StudioApp.h"
+#include "StudioOptions.h"
+
+wxIMPLEMENT_APP_NO_MAIN(StudioApp);
+
+int main(int argc, char** argv) {
+    StudioOptions options;
+    std::string error;
+    if (!options.parse(argc, argv, error)) {
+        std::fprintf(stderr, "vlstudio: %s\n\n%s", error.c_str(), StudioOptions::usage());
+        return 2;
+    }
+    if (options.help) {
+        std::fputs(StudioOptions::usage(), stdout);
+        return 0;
+    }
+    auto* app = new StudioApp;
+    app->setOptions(options);
+    wxApp::SetInstance(app);
+    // Only the program name goes to wx: the studio has parsed its own options.
+    int wxArgc = 1;
+    const int result = wxEntry(wxArgc, argv);
+    return StudioApp::s_exitCode >= 0 ? StudioApp::s_exitCode : result;
+}

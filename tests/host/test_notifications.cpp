@@ -1,0 +1,108 @@
+// Notification balloons over the main window.
+#include <gtest/gtest.h>
+
+#include <wx/frame.h>
+#include <wx/hyperlink.h>
+#include <wx/stattext.h>
+
+#include "MainWindow.h"
+#include "Notifications.h"
+#include "Prompt.h"
+#include "UiTestSupport.h"
+
+namespace {
+
+struct RecordingHandler : wxg::NotificationsHandler {
+    RecordingHandler() : wxg::NotificationsHandler("Notifications about project and central databases") {}
+    void onAction(int action) override { actions.push_back(action); }
+    std::vector<int> actions;
+};
+
+class BalloonTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        frame = new wxFrame(nullptr, wxID_ANY, "Main", wxDefaultPosition, wxSize(800, 600));
+        frame->Show();
+        wxg::setMainWindow(frame);
+    }
+    void TearDown() override {
+        wxg::setMainWindow(nullptr);
+        frame->Destroy();
+        pumpUntil([] { return false; }, 50);
+    }
+    // The balloon on screen; a replaced one may linger hidden until the event loop turns.
+    wxWindow* balloon() const {
+        for (wxWindow* child : frame->GetChildren())
+            if (child->GetName() == "VL_BUBBLE" && child->IsShown())
+                return child;
+        return nullptr;
+    }
+    void clickLink() const {
+        ASSERT_NE(balloon(), nullptr);
+        auto* link = wxDynamicCast(wxWindow::FindWindowByName("VL_BUBBLE_LINK", balloon()), wxGenericHyperlinkCtrl);
+        ASSERT_NE(link, nullptr);
+        wxHyperlinkEvent event(link, link->GetId(), wxString());
+        link->ProcessWindowEvent(event);
+    }
+
+    wxFrame* frame = nullptr;
+    qta::BubbleData missing{"Missing project or central database",
+                            "The central database file is missing at:\n\t/lib/central.vlib",
+                            "Open BIM Project Info dialog."};
+};
+
+}  // namespace
+
+TEST_F(BalloonTest, ShowsTitleMessageAndLinkAtTheBottomRight) {
+    RecordingHandler handler;
+    ASSERT_TRUE(wxg::showBubbleWindow(&handler, missing));
+    wxWindow* shown = balloon();
+    ASSERT_NE(shown, nullptr);
+    EXPECT_TRUE(handler.isBubbleVisible());
+    auto* title = wxDynamicCast(wxWindow::FindWindowByName("VL_BUBBLE_TITLE"), wxStaticText);
+    ASSERT_NE(title, nullptr);
+    EXPECT_EQ(title->GetLabel(), missing.title);
+    const wxRect area(frame->GetClientSize());
+    EXPECT_TRUE(area.Contains(shown->GetRect())) << "inside the window";
+    EXPECT_GT(shown->GetPosition().x, area.width / 3) << "towards the right";
+}
+
+TEST_F(BalloonTest, LinkReportsActionFiveAndRemovesTheBalloon) {
+    RecordingHandler handler;
+    ASSERT_TRUE(wxg::showBubbleWindow(&handler, missing));
+    clickLink();
+    EXPECT_EQ(handler.actions, std::vector<int>{wxg::NotificationsHandler::kActionLink});
+    EXPECT_FALSE(handler.isBubbleVisible());
+    EXPECT_TRUE(pumpUntil([] { return wxWindow::FindWindowByName("VL_BUBBLE") == nullptr; })) << "and destroys it";
+}
+
+TEST_F(BalloonTest, NewBalloonReplacesTheOldOne) {
+    RecordingHandler first;
+    RecordingHandler second;
+    ASSERT_TRUE(first.showNotification(missing));
+    ASSERT_TRUE(wxg::showBubbleWindow(&second, qta::BubbleData("Second", "Another message", "")));
+    EXPECT_FALSE(first.isBubbleVisible());
+    EXPECT_TRUE(second.isBubbleVisible());
+    EXPECT_TRUE(first.actions.empty()) << "being replaced is not an action of the user";
+    ASSERT_NE(balloon(), nullptr);
+    EXPECT_EQ(wxWindow::FindWindowByName("VL_BUBBLE_LINK", balloon()), nullptr) << "no link without a label";
+}
+
+TEST_F(BalloonTest, HandlerGoneBeforeTheClickIsHarmless) {
+    auto handler = std::make_unique<RecordingHandler>();
+    ASSERT_TRUE(wxg::showBubbleWindow(handler.get(), missing));
+    handler.reset();
+    clickLink();
+    EXPECT_EQ(balloon(), nullptr);
+}
+
+TEST(Balloon, WithoutAMainWindowTheTextGoesToTheCommandLine) {
+    ASSERT_EQ(wxg::mainWindow(), nullptr);
+    ca::clearPromptLog();
+    RecordingHandler handler;
+    EXPECT_FALSE(wxg::showBubbleWindow(&handler, qta::BubbleData("Title only here", "Body text", "Link")));
+    const wxArrayString log = ca::promptLog();
+    ASSERT_EQ(log.size(), 2u);
+    EXPECT_EQ(log[0], "Title only here");
+    EXPECT_FALSE(handler.isBubbleVisible());
+}

@@ -1,0 +1,40 @@
+// Runs the UI tests inside a wx application object with an active event loop.
+#include <gtest/gtest.h>
+
+#include <wx/app.h>
+#include <wx/evtloop.h>
+#include <wx/image.h>
+
+#include "MainThread.h"
+#include "TestSupport.h"
+
+namespace {
+class TestApp : public wxApp {
+public:
+    bool OnInit() override { return true; }
+};
+}  // namespace
+
+int main(int argc, char** argv) {
+    ::testing::InitGoogleTest(&argc, argv);
+    wxApp::SetInstance(new TestApp);
+    int wxArgc = 1;
+    if (!wxEntryStart(wxArgc, argv)) {
+        std::fprintf(stderr, "The UI tests need a display (run them under xvfb-run).\n");
+        return 1;
+    }
+    wxTheApp->CallOnInit();
+    wxInitAllImageHandlers();
+    useTemporarySettingsFolder();
+    ca::installMainThreadDispatcher();
+    int result = 0;
+    {
+        wxEventLoop loop;
+        wxEventLoopActivator activate(&loop);
+        result = RUN_ALL_TESTS();
+    }
+    ca::uninstallMainThreadDispatcher();
+    wxTheApp->OnExit();
+    wxEntryCleanup();
+    return result;
+}

@@ -1,0 +1,124 @@
+// The studio as a user starts it: screenshots, command listing, drawings good and bad.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+#include <set>
+
+#include <wx/image.h>
+#include <wx/init.h>
+
+#include "OdDbDatabase.h"
+#include "StudioRun.h"
+
+namespace {
+
+class WxBaseEnvironment : public ::testing::Environment {
+public:
+    void SetUp() override {
+        ASSERT_TRUE(wxInitialize());
+        wxImage::AddHandler(new wxPNGHandler);
+    }
+    void TearDown() override { wxUninitialize(); }
+};
+
+::testing::Environment* const g_wxBase = ::testing::AddGlobalTestEnvironment(new WxBaseEnvironment);
+
+// Distinct colours of a picture, counted up to `limit`.
+size_t colourCount(const wxImage& image, size_t limit = 64) {
+    std::set<unsigned long> colours;
+    const unsigned char* data = image.GetData();
+    const size_t pixels = static_cast<size_t>(image.GetWidth()) * image.GetHeight();
+    for (size_t i = 0; i < pixels && colours.size() < limit; ++i)
+        colours.insert((unsigned long)data[3 * i] << 16 | (unsigned long)data[3 * i + 1] << 8 | data[3 * i + 2]);
+    return colours.size();
+}
+
+wxImage loadPicture(const std::string& path) {
+    wxImage image;
+    image.LoadFile(wxString::FromUTF8(path), wxBITMAP_TYPE_PNG);
+    return image;
+}
+
+}  // namespace
+
+TEST(Studio, ScreenshotOfTheMainWindowIsARealPicture) {
+    StudioRunner studio;
+    const std::string picture = studio.file("main.png");
+    const StudioResult result = studio.run({"--screenshot", picture});
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    const wxImage image = loadPicture(picture);
+    ASSERT_TRUE(image.IsOk());
+    EXPECT_GE(image.GetWidth(), 600);
+    EXPECT_GE(image.GetHeight(), 400);
+    EXPECT_GT(colourCount(image), 8u) << "text and frames, not a blank area";
+}
+
+TEST(Studio, ScreenshotDuringACommandShowsItsDialog) {
+    StudioRunner studio;
+    const StudioResult main = studio.run({"--screenshot", studio.file("main.png")});
+    const StudioResult about = studio.run({"--command", "about", "--screenshot", studio.file("about.png")});
+    ASSERT_EQ(about.exitCode, 0) << about.err;
+    const wxImage window = loadPicture(studio.file("main.png"));
+    const wxImage dialog = loadPicture(studio.file("about.png"));
+    ASSERT_TRUE(window.IsOk() && dialog.IsOk());
+    EXPECT_LT(dialog.GetWidth() * dialog.GetHeight(), window.GetWidth() * window.GetHeight())
+        << "the modal dialog was captured, not the main window";
+    EXPECT_GT(colourCount(dialog), 8u);
+}
+
+TEST(Studio, ListsBuiltInCommandsAndRejectsUnknownOnes) {
+    StudioRunner studio;
+    const StudioResult list = studio.run({"--list-commands"});
+    ASSERT_EQ(list.exitCode, 0) << list.err;
+    EXPECT_NE(list.out.find("about\n"), std::string::npos);
+    EXPECT_NE(list.out.find("open\n"), std::string::npos);
+
+    const StudioResult unknown = studio.run({"--command", "no_such_command"});
+    EXPECT_EQ(unknown.exitCode, 2);
+    EXPECT_NE(unknown.err.find("no_such_command"), std::string::npos);
+
+    const StudioResult badOption = studio.run({"--frobnicate"});
+    EXPECT_EQ(badOption.exitCode, 2);
+    const StudioResult help = studio.run({"--help"});
+    EXPECT_EQ(help.exitCode, 0);
+    EXPECT_NE(help.out.find("--screenshot"), std::string::npos);
+}
+
+TEST(Studio, OpensADrawingAndReportsItsTransmittalFiles) {
+    StudioRunner studio;
+    const std::string drawing = studio.file("house.vldwg");
+    OdDbDatabase::create(OdString::fromUtf8(drawing), OdDb::kUnitsMillimeters);
+    const StudioResult result =
+        studio.run({drawing, "--command", "etransmit", "--screenshot", studio.file("drawing.png")});
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_NE(result.err.find("Opened " + drawing), std::string::npos) << result.err;
+    EXPECT_NE(result.err.find("travel with the drawing"), std::string::npos) << result.err;
+}
+
+TEST(Studio, MissingOrBrokenDrawingIsReportedAndTheStudioStaysUp) {
+    StudioRunner studio;
+    const StudioResult missing = studio.run({studio.file("nowhere.vldwg"), "--screenshot", studio.file("m.png")});
+    EXPECT_EQ(missing.exitCode, 0) << "the window came up and was captured";
+    EXPECT_NE(missing.err.find("does not exist"), std::string::npos) << missing.err;
+    EXPECT_TRUE(loadPicture(studio.file("m.png")).IsOk());
+
+    const std::string broken = studio.file("broken.vldwg");
+    std::ofstream(broken) << "not a drawing at all";
+    const StudioResult damaged = studio.run({broken, "--screenshot", studio.file("b.png")});
+    EXPECT_EQ(damaged.exitCode, 0);
+    EXPECT_NE(damaged.err.find("is not a drawing"), std::string::npos) << damaged.err;
+    std::ifstream check(broken);
+    std::string content;
+    std::getline(check, content);
+    EXPECT_EQ(content, "not a drawing at all") << "the broken file is left as it was";
+}
+
+TEST(Studio, MainWindowRectangleIsKeptBetweenRuns) {
+    StudioRunner studio;
+    ASSERT_EQ(studio.run({"--screenshot", studio.file("first.png")}).exitCode, 0);
+    std::ifstream settings(studio.file("vlstudio.ini"));
+    std::stringstream text;
+    text << settings.rdbuf();
+    EXPECT_NE(text.str().find("StudioMainFrame="), std::string::npos) << text.str();
+}
