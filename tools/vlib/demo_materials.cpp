@@ -1,32 +1,33 @@
 // Demo materials. Physical values are design values of the kind that EN ISO 10456 and product
 // data sheets give (density kg/m³, thermal conductivity W/(m·K), specific heat J/(kg·K)); hatch
-// scales suit a metric drawing in millimetres.
+// names are those of the host's pattern catalogue, with scales that suit a metric drawing in
+// millimetres.
 #include "DemoContent.h"
 
 namespace vlib::demo {
 
 namespace {
 
-const Hatch kConcreteSection{"AR-CONC", 0.5, 0.0};
-const Hatch kReinforcedSection{"ANSI31", 25.0, 45.0};
-const Hatch kMasonrySection{"ANSI31", 20.0, 45.0};
-const Hatch kBrickElevation{"AR-B816", 1.0, 0.0};
-const Hatch kBlockElevation{"AR-B88", 1.0, 0.0};
-const Hatch kStoneElevation{"BRSTONE", 20.0, 0.0};
-const Hatch kTimberSection{"JIS_WOOD", 10.0, 0.0};
-const Hatch kBoardSection{"ANSI36", 10.0, 45.0};
-const Hatch kSteelSection{"STEEL", 10.0, 45.0};
-const Hatch kMetalSection{"ANSI32", 10.0, 45.0};
+const Hatch kConcreteSection{"CONCRETE", 10.0, 0.0};
+const Hatch kReinforcedSection{"DIAG", 25.0, 0.0};
+const Hatch kMasonrySection{"DIAG", 20.0, 0.0};
+const Hatch kBrickElevation{"BRICK", 10.0, 0.0};
+const Hatch kBlockElevation{"BLOCK", 20.0, 0.0};
+const Hatch kStoneElevation{"STONE", 20.0, 0.0};
+const Hatch kTimberSection{"WOOD", 10.0, 0.0};
+const Hatch kBoardSection{"DASH", 10.0, 0.0};
+const Hatch kSteelSection{"STEEL", 10.0, 0.0};
+const Hatch kMetalSection{"BRONZE", 10.0, 0.0};
 const Hatch kInsulationSection{"INSUL", 10.0, 0.0};
-const Hatch kFoamSection{"ANSI37", 20.0, 45.0};
-const Hatch kGypsumSection{"AR-SAND", 0.5, 0.0};
-const Hatch kGlassSection{"ANSI34", 5.0, 45.0};
-const Hatch kGlassElevation{"AR-RROOF", 10.0, 45.0};
+const Hatch kFoamSection{"DIAG-CROSS", 10.0, 0.0};
+const Hatch kGypsumSection{"SAND", 5.0, 0.0};
+const Hatch kGlassSection{"GLASS", 10.0, 0.0};
+const Hatch kGlassElevation{"DIAG-WIDE", 20.0, 0.0};
 const Hatch kMembraneSection{"SOLID", 1.0, 0.0};
-const Hatch kRenderSection{"AR-SAND", 0.3, 0.0};
-const Hatch kTileSection{"ANSI33", 10.0, 45.0};
-const Hatch kRoofTileElevation{"AR-RSHKE", 1.0, 0.0};
-const Hatch kEarthSection{"EARTH", 20.0, 45.0};
+const Hatch kRenderSection{"SAND", 3.0, 0.0};
+const Hatch kTileSection{"PLAST", 10.0, 0.0};
+const Hatch kRoofTileElevation{"BLOCK", 15.0, 0.0};
+const Hatch kEarthSection{"EARTH", 20.0, 0.0};
 const Hatch kGravelSection{"GRAVEL", 20.0, 0.0};
 const Hatch kPlain{"SOLID", 1.0, 0.0};
 const Hatch kNoHatch{"", 1.0, 0.0};
@@ -63,15 +64,15 @@ const std::vector<Material>& centralMaterials() {
          1800, 0.99, 1000, kMasonrySection, kBlockElevation, {"load-bearing", "acoustic"}, {115, 175, 240}, false},
         {"Concrete block", "Masonry", "Dense aggregate concrete block", kStructure, 2000, 1.1, 1000,
          kMasonrySection, kBlockElevation, {"load-bearing", "non-combustible"}, {100, 140, 190}, false},
-        {"Granite", "Stone", "Natural granite, flamed finish", kFinish1, 2700, 2.8, 800, {"ANSI33", 20.0, 0.0},
+        {"Granite", "Stone", "Natural granite, flamed finish", kFinish1, 2700, 2.8, 800, {"PLAST", 20.0, 0.0},
          kStoneElevation, {"exterior", "non-combustible"}, {30, 40}, false},
         {"Limestone", "Stone", "Natural limestone cladding, honed", kFinish1, 2200, 1.7, 1000,
-         {"ANSI33", 20.0, 45.0}, kStoneElevation, {"exterior"}, {30, 50}, false},
+         {"PLAST", 20.0, 0.0}, kStoneElevation, {"exterior"}, {30, 50}, false},
         // Timber and wood-based boards
         {"Softwood C24", "Timber", "Structural spruce, kiln dried to 15 % moisture", kStructure, 450, 0.13, 1600,
-         kTimberSection, {"AR-RSHKE", 0.5, 90.0}, {"structural", "renewable"}, {60, 80, 100, 120, 140, 160, 200}, false},
+         kTimberSection, {"BLOCK", 10.0, 0.0}, {"structural", "renewable"}, {60, 80, 100, 120, 140, 160, 200}, false},
         {"Hardwood oak", "Timber", "European oak, planed", kFinish1, 700, 0.18, 1600, kTimberSection,
-         {"AR-PARQ1", 1.0, 0.0}, {"interior", "renewable"}, {20, 22}, false},
+         {"PARQUET", 10.0, 0.0}, {"interior", "renewable"}, {20, 22}, false},
         {"Glued laminated timber GL24h", "Timber", "Homogeneous glulam beams and columns", kStructure,
          450, 0.13, 1600, kTimberSection, kPlain, {"structural", "renewable"}, {100, 120, 140, 160, 200}, false},
         {"Cross-laminated timber", "Timber", "Five-layer CLT panel, visible quality one side", kStructure,
@@ -95,9 +96,9 @@ const std::vector<Material>& centralMaterials() {
         {"Aluminium EN AW-6060", "Metal", "Extruded aluminium alloy for frames and cladding rails", kFinish1,
          2700, 160.0, 880, kMetalSection, kPlain, {"exterior", "non-combustible"}, {2, 3}, false},
         {"Copper sheet", "Metal", "Rolled copper sheet, standing seam", kFinish1, 8900, 380.0, 380, kMetalSection,
-         {"ANSI31", 5.0, 90.0}, {"exterior", "roofing"}, {0.6, 0.7}, false},
+         {"LINE", 5.0, 0.0}, {"exterior", "roofing"}, {0.6, 0.7}, false},
         {"Zinc sheet", "Metal", "Titanium zinc sheet, standing seam", kFinish1, 7200, 110.0, 380, kMetalSection,
-         {"ANSI31", 5.0, 90.0}, {"exterior", "roofing"}, {0.7, 0.8}, false},
+         {"LINE", 5.0, 0.0}, {"exterior", "roofing"}, {0.7, 0.8}, false},
         // Insulation
         {"Mineral wool, glass", "Insulation", "Glass wool batts between studs and rafters", kInsulation,
          30, 0.035, 1030, kInsulationSection, kNoHatch, {"thermal", "acoustic", "non-combustible"},
@@ -141,11 +142,11 @@ const std::vector<Material>& centralMaterials() {
          kMembraneSection, kNoHatch, {"exterior", "roofing"}, {0.5}, false},
         // Finishes, earth and fill
         {"Lime-cement render", "Finish", "Exterior two-coat lime-cement render", kFinish1, 1800, 1.0, 1000,
-         kRenderSection, {"AR-SAND", 1.0, 0.0}, {"exterior"}, {10, 15, 20}, false},
+         kRenderSection, {"SAND", 10.0, 0.0}, {"exterior"}, {10, 15, 20}, false},
         {"Silicone resin render", "Finish", "Thin-coat render for insulation systems", kFinish1, 1800, 0.70, 1000,
-         kRenderSection, {"AR-SAND", 1.0, 0.0}, {"exterior"}, {3, 5}, false},
+         kRenderSection, {"SAND", 10.0, 0.0}, {"exterior"}, {3, 5}, false},
         {"Ceramic tiles", "Finish", "Porcelain stoneware tiles in thin-bed adhesive", kFinish2, 2300, 1.3, 840,
-         kTileSection, {"SQUARE", 300.0, 0.0}, {"interior"}, {10, 12}, false},
+         kTileSection, {"NET", 100.0, 0.0}, {"interior"}, {10, 12}, false},
         {"Linoleum", "Finish", "Sheet linoleum floor covering", kFinish2, 1200, 0.17, 1400, kPlain, kPlain,
          {"interior", "renewable"}, {2.5, 3.2}, false},
         {"Clay roof tile", "Finish", "Interlocking clay roof tiles on battens", kFinish1, 2000, 1.0, 800,
@@ -165,7 +166,7 @@ const std::vector<Material>& projectMaterials() {
     // and two materials of its own.
     static const std::vector<Material> materials{
         {"Concrete C30/37", "Concrete", "Exposed fair-faced concrete SB3, sealed; reinforced 1 %", kStructure,
-         2400, 2.3, 1000, {"ANSI31", 20.0, 45.0}, kPlain, {"structural", "load-bearing", "exposed"},
+         2400, 2.3, 1000, {"DIAG", 20.0, 0.0}, kPlain, {"structural", "load-bearing", "exposed"},
          {200, 250}, false},
         {"Mineral wool, stone", "Insulation", "Stone wool facade slab, 35 kPa, laminated", kInsulation,
          150, 0.036, 1030, kInsulationSection, kNoHatch, {"thermal", "fire-resistant", "non-combustible"},
@@ -173,13 +174,13 @@ const std::vector<Material>& projectMaterials() {
         {"Gypsum plasterboard type A", "Gypsum", "Gypsum plasterboard, Q3 finish throughout", kFinish1, 700, 0.21,
          1000, kGypsumSection, kPlain, {"interior"}, {12.5}, false},
         {"Lime-cement render", "Finish", "Exterior render, fine float finish, colour to sample", kFinish1, 1800, 1.0,
-         1000, kRenderSection, {"AR-SAND", 1.0, 0.0}, {"exterior"}, {15}, false},
+         1000, kRenderSection, {"SAND", 10.0, 0.0}, {"exterior"}, {15}, false},
         {"Clay block, perforated", "Masonry", "Clay block filled with mineral wool", kStructure, 750, 0.08, 1000,
          kMasonrySection, kBlockElevation, {"load-bearing", "thermal"}, {365, 425}, false},
         {"Polyethylene vapour barrier", "Membrane", "Low-density PE sheet, sd 100 m", kMembrane, 920, 0.33, 2200,
          kMembraneSection, kNoHatch, {"interior"}, {0.2}, false},
         {"Oak parquet, oiled", "Finish", "Project floor finish: oak strip parquet, natural oil", kFinish2, 700, 0.18,
-         1600, kTimberSection, {"AR-PARQ1", 1.0, 0.0}, {"interior", "renewable"}, {15}, false},
+         1600, kTimberSection, {"PARQUET", 10.0, 0.0}, {"interior", "renewable"}, {15}, false},
         {"Cement screed CT-C25-F4", "Concrete", "Floating cement screed with underfloor heating pipes", kSubstrate,
          2000, 1.4, 1000, kConcreteSection, kPlain, {"interior"}, {70}, false},
         {"Impact sound insulation EPS-T", "Insulation", "Elastified EPS under floating screeds", kInsulation,

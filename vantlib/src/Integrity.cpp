@@ -40,9 +40,10 @@ std::vector<OdString> checkIntegrity(const OdString& path) {
             }
         }
         collect(db,
-                "SELECT \"table\", rowid, parent FROM pragma_foreign_key_check"
-                " WHERE \"table\" LIKE 'lib\\_%' ESCAPE '\\'",
-                problems, L"Table %ls row %ls refers to a missing row of %ls");
+                // Tables without row ids (plies, tags of objects) report no row number.
+                "SELECT \"table\", CASE WHEN rowid IS NULL THEN 'has a row that' ELSE 'row ' || rowid END,"
+                " parent FROM pragma_foreign_key_check WHERE \"table\" LIKE 'lib\\_%' ESCAPE '\\'",
+                problems, L"Table %ls %ls refers to a missing row of %ls");
         collect(db,
                 "SELECT ot.object_type, ot.object_id, '' FROM lib_object_tag ot WHERE"
                 " (ot.object_type = 4 AND NOT EXISTS (SELECT 1 FROM lib_material WHERE id = ot.object_id))"
