@@ -34,9 +34,17 @@ test: build
 bench: build
 	@for b in $(BUILD)/bin/bench_*; do [ -x "$$b" ] && "$$b" || exit 1; done
 
+# The template covers every text of the module, the host and the studio (one catalogue) and of the layouts (wxrc -g lists the
+# layouts' texts as C++ that xgettext reads like the code).
+POT        := res/locale/vantlib_app.pot
+XRC_TEXTS  := $(BUILD)/pot/xrc_texts.cpp
+
 pot:
+	mkdir -p $(BUILD)/pot
+	wxrc -g -o $(XRC_TEXTS) res/xrc/*.xrc
 	xgettext --keyword=_ --keyword=wxTRANSLATE --keyword=wxPLURAL:1,2 --from-code=UTF-8 -C \
-	    -o res/locale/vantlib_app.pot $$(git ls-files 'app/*.cpp' 'app/*.h' 'platform/host/*.cpp')
+	    --add-comments=TRANSLATORS --package-name=vantlib_app -o $(POT) \
+	    $$(find app platform/host studio vl_db -name '*.cpp' -o -name '*.h' | LC_ALL=C sort) $(XRC_TEXTS)
 
 clean:
 	rm -rf $(BUILD)

@@ -112,6 +112,9 @@ void ScreenshotTaker::closeEverything() {
     if (wxDialog* dialog = m_modals.innermost()) {
         dialog->EndModal(wxID_CANCEL);
         endedDialog = true;
+        // A command may ask many questions in turn; only a command that stops making
+        // progress is given up on.
+        m_closingTicks = 0;
     }
     // The main window closes only once the command has returned from its dialogs; closing it
     // under a running modal loop would leave that loop without a window.

@@ -12,6 +12,7 @@
 #include "MainThread.h"
 #include "OaApp.h"
 #include "OdStringWx.h"
+#include "PatternCatalogue.h"
 #include "Prompt.h"
 #include "Screenshot.h"
 #include "Translations.h"
@@ -29,6 +30,8 @@ bool StudioApp::OnInit() {
     ca::installMainThreadDispatcher();
     wxg::WxgConfig::connectSdkSettings();
     setupTranslations(wxString::FromUTF8(m_options.lang));
+    // Custom hatch patterns are support files: .pat files along the reference search paths.
+    ca::PatternCatalogue::instance().setSearchFolders(ca::preferences().referenceSearchPathList());
 
     m_host = std::make_unique<oa::OaApp>();
     m_session = std::make_unique<DrawingSession>(*m_host);

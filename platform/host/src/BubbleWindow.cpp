@@ -127,7 +127,9 @@ void BubbleWindow::place() {
     const wxSize area = m_host->GetClientSize();
     const wxSize size = GetSize();
     const int margin = FromDIP(12);
-    SetPosition(wxPoint(std::max(0, area.x - size.x - margin), std::max(0, area.y - size.y - margin)));
+    // Kept clear of the command entry and status bar along the bottom edge.
+    const int bottomMargin = FromDIP(64);
+    SetPosition(wxPoint(std::max(0, area.x - size.x - margin), std::max(0, area.y - size.y - bottomMargin)));
 }
 
 void BubbleWindow::onHostSize(wxSizeEvent& event) {
