@@ -4,6 +4,7 @@
 
 #include <wx/filename.h>
 #include <wx/image.h>
+#include <wx/xrc/xmlres.h>
 
 #include "BuiltinCommands.h"
 #include "CaPreferences.h"
@@ -27,6 +28,8 @@ bool StudioApp::OnInit() {
     SetAppName("vlstudio");
     SetAppDisplayName(ca::appName());
     wxInitAllImageHandlers();
+    // Modules bring their dialogs as XRC layouts; the host provides the handlers.
+    wxXmlResource::Get()->InitAllHandlers();
     ca::installMainThreadDispatcher();
     wxg::WxgConfig::connectSdkSettings();
     setupTranslations(wxString::FromUTF8(m_options.lang));

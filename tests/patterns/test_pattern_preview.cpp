@@ -84,7 +84,10 @@ TEST_F(PatternPreviewTest, SolidFillsWithTheForegroundInAnyCase) {
 }
 
 TEST_F(PatternPreviewTest, ScaleAngleAndDoubleHatchChangeThePicture) {
-    EXPECT_FALSE(samePicture(preview("BRICK", kPreDefined, 1.0), preview("brick", kPreDefined, 2.0)));
+    EXPECT_FALSE(samePicture(preview("BRICK", kPreDefined, 0.1), preview("brick", kPreDefined, 0.2)));
+    // A drafting scale far above the picture's size still shows several lines, not one.
+    PixelCounts coarse = countPixels(preview("DIAG", kPreDefined, 40.0, false, wxSize(32, 32)));
+    EXPECT_GT(coarse.between + coarse.black, 120u);
     EXPECT_TRUE(samePicture(preview("BRICK", kPreDefined, 1.0), preview("brick", kPreDefined, 1.0)));
     EXPECT_FALSE(samePicture(preview("_USER", kUserDefined, 5.0), preview("_USER", kUserDefined, 10.0)));
     EXPECT_FALSE(samePicture(preview("_USER", kUserDefined, 5.0), preview("_USER", kUserDefined, 5.0, true)));

@@ -1,6 +1,7 @@
 // The studio as a user starts it: screenshots, command listing, drawings good and bad.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <set>
@@ -121,4 +122,30 @@ TEST(Studio, MainWindowRectangleIsKeptBetweenRuns) {
     std::stringstream text;
     text << settings.rdbuf();
     EXPECT_NE(text.str().find("StudioMainFrame="), std::string::npos) << text.str();
+}
+
+// The module's dialogs come from its XRC layouts: each command must show its own dialog on the
+// demo drawing, not an error about a missing layout.
+TEST(Studio, ModuleCommandsShowTheirDialogsOnTheDemoDrawing) {
+    StudioRunner studio;
+    const std::string demo = studio.file("demo");
+    const std::string vlib = std::string(VL_BIN_DIR) + "/vlib";
+    ASSERT_EQ(std::system((vlib + " demo '" + demo + "' > /dev/null").c_str()), 0);
+    const std::string drawing = demo + "/demo.vldwg";
+    const std::string central = demo + "/central-metric.vlib";
+    const StudioResult main = studio.run({drawing, "--central", central, "--screenshot", studio.file("main.png")});
+    ASSERT_EQ(main.exitCode, 0) << main.err;
+    const wxImage window = loadPicture(studio.file("main.png"));
+    for (const char* command : {"materials", "material-classes", "hatch-pattern", "render-material",
+                                "custom-properties", "composition-preview", "copy-central-to-project"}) {
+        SCOPED_TRACE(command);
+        const std::string picture = studio.file(std::string(command) + ".png");
+        const StudioResult result = studio.run({drawing, "--central", central, "--command", command, "--screenshot", picture});
+        ASSERT_EQ(result.exitCode, 0) << result.err;
+        EXPECT_EQ((result.out + result.err).find("not loaded"), std::string::npos) << result.out << result.err;
+        const wxImage dialog = loadPicture(picture);
+        ASSERT_TRUE(dialog.IsOk());
+        EXPECT_NE(dialog.GetSize(), window.GetSize()) << "the command's dialog was captured, not the main window";
+        EXPECT_GT(colourCount(dialog), 8u);
+    }
 }

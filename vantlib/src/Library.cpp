@@ -145,21 +145,7 @@ void Library::set_description(const OdString& text) { m_store->setDescription(te
 unsigned Library::transactionDepth() const { return m_store->depth(); }
 
 bool Library::isImperial() const {
-    switch (unit()) {
-    case OdDb::kUnitsInches:
-    case OdDb::kUnitsFeet:
-    case OdDb::kUnitsMiles:
-    case OdDb::kUnitsMicroinches:
-    case OdDb::kUnitsMils:
-    case OdDb::kUnitsYards:
-    case OdDb::kUnitsUSSurveyFeet:
-    case OdDb::kUnitsUSSurveyInch:
-    case OdDb::kUnitsUSSurveyYard:
-    case OdDb::kUnitsUSSurveyMile:
-        return true;
-    default:
-        return false;
-    }
+    return oddbIsImperialUnit(unit());
 }
 
 bool Library::isNameUsed(ObjectType type, const OdString& name, uint32_t exceptId) const {

@@ -11,21 +11,8 @@
 namespace vl_db {
 
 bool isImperialUnit(int insunits) {
-    switch (insunits) {
-    case OdDb::kUnitsInches:
-    case OdDb::kUnitsFeet:
-    case OdDb::kUnitsMiles:
-    case OdDb::kUnitsMicroinches:
-    case OdDb::kUnitsMils:
-    case OdDb::kUnitsYards:
-    case OdDb::kUnitsUSSurveyFeet:
-    case OdDb::kUnitsUSSurveyInch:
-    case OdDb::kUnitsUSSurveyYard:
-    case OdDb::kUnitsUSSurveyMile:
-        return true;
-    default:
-        return false;
-    }
+    return insunits >= 0 && insunits <= OdDb::kUnitsMax &&
+           oddbIsImperialUnit(static_cast<OdDb::UnitsValue>(insunits));
 }
 
 OdString centralLibraryPath(int insunits) {

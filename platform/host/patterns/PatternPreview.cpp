@@ -36,6 +36,12 @@ double millimetresPerUnit(OdDb::UnitsValue units) {
 // Repetitions of the pattern across the shorter side: a few on a thumbnail, more on a big picture.
 double repetitionsFor(int shorterSide) { return std::clamp(shorterSide / 16.0, 3.0, 8.0); }
 
+// Size (millimetres) that the picture shows `repetitions` times for a pattern whose features
+// measure `featureSize`.
+double fittedFeatureSize(double featureSize, double repetitions) {
+    return std::max(std::sqrt(featureSize * kReferenceFeatureMm), featureSize * kMinRepetitions / repetitions);
+}
+
 void strokeTracing(wxGraphicsContext& gc, const TracedPattern& traced, double pixelsPerUnit, const wxSize& size,
                    const wxColour& foreground) {
     double penWidth = std::max(1.0, std::min(size.x, size.y) / 160.0);
@@ -80,8 +86,9 @@ void drawBitmap(wxBitmap& target, const wxString& name, int patternType, bool do
     double pixelsPerUnit = 0.0;
     bool solid = false;
     if (patternType == kUserDefined) {
-        pixelsPerUnit = shorter / (repetitions * kReferenceFeatureMm);
-        double spacing = std::max(scale * millimetresPerUnit(drawingUnits), kMinFeaturePixels / pixelsPerUnit);
+        const double requested = scale * millimetresPerUnit(drawingUnits);
+        pixelsPerUnit = shorter / (repetitions * fittedFeatureSize(requested, repetitions));
+        double spacing = std::max(requested, kMinFeaturePixels / pixelsPerUnit);
         PatternLineFamily family;
         family.deltaY = spacing;
         lines.push_back(family);
@@ -96,9 +103,9 @@ void drawBitmap(wxBitmap& target, const wxString& name, int patternType, bool do
         if (!solid) {
             double unitScale = pattern.units == EPatternUnits::kInches ? 25.4 : 1.0;
             double featureSize = characteristicSize(pattern.lines) * unitScale;
-            double fittedSize = std::max(std::sqrt(featureSize * kReferenceFeatureMm),
-                                         featureSize * kMinRepetitions / repetitions);
-            pixelsPerUnit = shorter / (repetitions * fittedSize);
+            // The fit takes the scale into account, so that a pattern drawn at a large
+            // drafting scale still shows a few repetitions on a thumbnail.
+            pixelsPerUnit = shorter / (repetitions * fittedFeatureSize(featureSize * scale, repetitions));
             double placedScale = std::max(scale, kMinFeaturePixels / (featureSize * pixelsPerUnit)) * unitScale;
             lines = placedLineFamilies(pattern.lines, placedScale, angleRadians);
         }

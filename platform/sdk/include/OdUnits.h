@@ -36,3 +36,5 @@ enum UnitsValue {
 double oddbGetUnitsConversion(OdDb::UnitsValue from, OdDb::UnitsValue to);
 // Metres in one unit; 0 for undefined or out-of-range values.
 double oddbMetersPerUnit(OdDb::UnitsValue unit);
+// True for the inch-foot family of units and their US survey forms.
+bool oddbIsImperialUnit(OdDb::UnitsValue unit);

@@ -99,3 +99,21 @@ double oddbGetUnitsConversion(OdDb::UnitsValue from, OdDb::UnitsValue to) {
     denominator /= common;
     return static_cast<double>(static_cast<long double>(numerator) / static_cast<long double>(denominator));
 }
+
+bool oddbIsImperialUnit(OdDb::UnitsValue unit) {
+    switch (unit) {
+    case OdDb::kUnitsInches:
+    case OdDb::kUnitsFeet:
+    case OdDb::kUnitsMiles:
+    case OdDb::kUnitsMicroinches:
+    case OdDb::kUnitsMils:
+    case OdDb::kUnitsYards:
+    case OdDb::kUnitsUSSurveyFeet:
+    case OdDb::kUnitsUSSurveyInch:
+    case OdDb::kUnitsUSSurveyYard:
+    case OdDb::kUnitsUSSurveyMile:
+        return true;
+    default:
+        return false;
+    }
+}

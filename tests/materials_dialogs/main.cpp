@@ -1,0 +1,63 @@
+// Test runner with a wx application object, the module's layouts and a temporary settings
+// folder. A failed wx assertion fails the running test instead of stopping the program.
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+#include <wx/app.h>
+#include <wx/image.h>
+#include <wx/init.h>
+#include <wx/xrc/xmlres.h>
+
+#include <CaApp.h>
+
+#include <vl_resources.h>
+
+namespace {
+class TestApp : public wxApp {
+public:
+    bool OnInit() override {
+        wxInitAllImageHandlers();
+        wxXmlResource::Get()->InitAllHandlers();
+        InitVantlibXmlResource();
+        return true;
+    }
+};
+
+void failOnAssert(const wxString& file, int line, const wxString& function, const wxString& condition,
+                  const wxString& message) {
+    ADD_FAILURE_AT(file.utf8_str(), line) << "wx assertion in " << function.utf8_str() << ": "
+                                          << condition.utf8_str() << " " << message.utf8_str();
+}
+}  // namespace
+
+int main(int argc, char** argv) {
+    ::testing::InitGoogleTest(&argc, argv);
+    if (::testing::GTEST_FLAG(list_tests))
+        return RUN_ALL_TESTS();
+
+    const auto configDir =
+        std::filesystem::temp_directory_path() / ("vl_materials_dialogs_config_" + std::to_string(::getpid()));
+    std::filesystem::create_directories(configDir);
+    ::setenv("VL_CONFIG_DIR", configDir.c_str(), 1);
+
+    wxApp::SetInstance(new TestApp());
+    if (!wxEntryStart(argc, argv) || !wxTheApp->CallOnInit()) {
+        std::fprintf(stderr, "test_materials_dialogs: the wx application could not start (run under xvfb-run)\n");
+        return 2;
+    }
+    wxSetAssertHandler(failOnAssert);
+    int result = 0;
+    {
+        ca::CaApp host;  // the active drawing of the tests is set through it
+        result = RUN_ALL_TESTS();
+    }
+    wxTheApp->OnExit();
+    wxEntryCleanup();
+    std::error_code ignored;
+    std::filesystem::remove_all(configDir, ignored);
+    return result;
+}
