@@ -1,8 +1,5 @@
 // Studio commands of the materials dialog: the manager, the picker and a material's picture.
-#include <vector>
-
 #include <wx/intl.h>
-#include <wx/textdlg.h>
 
 #include <CaApp.h>
 #include <MainWindow.h>
@@ -66,22 +63,7 @@ void runMaterialPreview() {
     if (!db)
         return;
     try {
-        wxString suggestion;
-        if (const auto project = vl_db::library(vl_db::docLibs(db), vl_db::kDbProject, false)) {
-            std::vector<QcSmartPtr<vantlib::Material>> materials;
-            project->get(materials);
-            if (!materials.empty())
-                suggestion = toWx(materials.front()->name());
-        }
-        wxTextEntryDialog ask(wxg::mainWindow(), _("Name of the project material to show:"), _("Material Preview"),
-                              suggestion);
-        if (ask.ShowModal() != wxID_OK)
-            return;
-        const wxString name = ask.GetValue().Strip(wxString::both);
-        const wxBitmap picture = materialPreview(db, toOd(name), DlgMaterialsPreview::pictureSize());
-        if (!picture.IsOk())
-            ca::prompt(wxString::Format(_("The project library has no material '%s' with a picture."), name));
-        DlgMaterialsPreview preview(wxg::mainWindow(), name, picture);
+        DlgMaterialsPreview preview(wxg::mainWindow(), db, wxString());
         preview.ShowModal();
     } catch (const std::exception& error) {
         reportFailure(error);

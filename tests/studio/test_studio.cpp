@@ -136,8 +136,9 @@ TEST(Studio, ModuleCommandsShowTheirDialogsOnTheDemoDrawing) {
     const StudioResult main = studio.run({drawing, "--central", central, "--screenshot", studio.file("main.png")});
     ASSERT_EQ(main.exitCode, 0) << main.err;
     const wxImage window = loadPicture(studio.file("main.png"));
-    for (const char* command : {"materials", "material-classes", "hatch-pattern", "render-material",
-                                "custom-properties", "composition-preview", "copy-central-to-project"}) {
+    for (const char* command : {"materials", "pick-material", "material-preview", "material-classes",
+                                "hatch-pattern", "render-material", "custom-properties", "composition-preview",
+                                "copy-central-to-project"}) {
         SCOPED_TRACE(command);
         const std::string picture = studio.file(std::string(command) + ".png");
         const StudioResult result = studio.run({drawing, "--central", central, "--command", command, "--screenshot", picture});

@@ -1,6 +1,8 @@
 #include "DemoWriter.h"
 
 #include <cmath>
+#include <map>
+#include <string>
 #include <ostream>
 
 #include <vantlib/vantlib.h>
@@ -22,6 +24,18 @@ void applyHatch(vantlib::Pattern& pattern, const Hatch& hatch) {
     pattern.set_angle(hatch.angleDeg * M_PI / 180.0);
 }
 
+// A render material of the host's catalogue that shows the class in 3D.
+OdString renderMaterialFor(const std::string& className) {
+    static const std::map<std::string, const wchar_t*> byClass{
+        {"Concrete", L"Concrete - Cast in Place"}, {"Masonry", L"Brick - Common Red"},
+        {"Metal", L"Steel - Brushed"},             {"Timber", L"Oak - Natural"},
+        {"Glass", L"Glass - Clear"},               {"Stone", L"Granite - Grey"},
+        {"Gypsum", L"Plaster - White"},            {"Finish", L"Paint - Matt White"},
+    };
+    auto found = byClass.find(className);
+    return found == byClass.end() ? OdString() : OdString(found->second);
+}
+
 QcSmartPtr<vantlib::Material> makeMaterial(const Material& source) {
     auto material = vantlib::Material::create(toOd(source.name));
     material->set_description(toOd(source.description));
@@ -37,12 +51,21 @@ QcSmartPtr<vantlib::Material> makeMaterial(const Material& source) {
     bim->set_layer_elevation(vantlib::Layer::create(L"A-ELEV-MATL"));
 
     vantlib::PhysicalAsset* physical = material->physical_asset(true);
-    physical->set_density(source.density, L"kg/m3");
-    physical->set_thermal_conductivity(source.thermalConductivity, L"W/(m.K)");
-    physical->set_specific_heat(source.specificHeat, L"J/(kg.K)");
+    // Stored unit identifiers are the symbols of the metric base units.
+    physical->set_density(source.density, L"kg/m\u00B3");
+    physical->set_thermal_conductivity(source.thermalConductivity, L"W/(m\u00B7K)");
+    physical->set_specific_heat(source.specificHeat, L"J/(kg\u00B7K)");
 
+    material->set_appearance(renderMaterialFor(source.className));
     for (const char* tag : source.tags)
         material->add_tag(toOd(tag));
+
+    // Values of the library's custom properties, as a practice would keep them.
+    const bool combustible = source.className == std::string("Timber") || source.className == std::string("Insulation");
+    material->set_custom_value(vantlib::CustomProperty::create(L"Fire reaction class", vantlib::kMaterial),
+                               combustible ? L"E" : L"A1");
+    material->set_custom_value(vantlib::CustomProperty::create(L"Supplier", vantlib::kMaterial),
+                               L"Any, to the specification");
     return material;
 }
 
