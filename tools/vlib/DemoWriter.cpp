@@ -65,7 +65,7 @@ QcSmartPtr<vantlib::Material> makeMaterial(const Material& source) {
     material->set_custom_value(vantlib::CustomProperty::create(L"Fire reaction class", vantlib::kMaterial),
                                combustible ? L"E" : L"A1");
     material->set_custom_value(vantlib::CustomProperty::create(L"Supplier", vantlib::kMaterial),
-                               L"Any, to the specification");
+                               L"As named in the product schedule");
     return material;
 }
 

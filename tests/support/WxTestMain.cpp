@@ -1,5 +1,7 @@
-// Test runner with a wx application object, the module's layouts and a temporary settings
-// folder. A failed wx assertion fails the running test instead of stopping the program.
+// Test runner with a wx application object and the module's layouts loaded. Settings go to a
+// temporary folder so that nothing of the user's is read or written. A failed wx assertion
+// fails the running test instead of stopping the program.
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -8,6 +10,7 @@
 
 #include <gtest/gtest.h>
 #include <wx/app.h>
+#include <wx/filename.h>
 #include <wx/image.h>
 #include <wx/init.h>
 #include <wx/xrc/xmlres.h>
@@ -17,6 +20,7 @@
 #include <vl_resources.h>
 
 namespace {
+
 class TestApp : public wxApp {
 public:
     bool OnInit() override {
@@ -32,21 +36,24 @@ void failOnAssert(const wxString& file, int line, const wxString& function, cons
     ADD_FAILURE_AT(file.utf8_str(), line) << "wx assertion in " << function.utf8_str() << ": "
                                           << condition.utf8_str() << " " << message.utf8_str();
 }
+
 }  // namespace
 
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
+    // The build lists the tests without a display; listing needs no application object.
     if (::testing::GTEST_FLAG(list_tests))
         return RUN_ALL_TESTS();
 
+    const std::string program = wxFileName(wxString::FromUTF8(argv[0])).GetName().utf8_string();
     const auto configDir =
-        std::filesystem::temp_directory_path() / ("vl_materials_dialogs_config_" + std::to_string(::getpid()));
+        std::filesystem::temp_directory_path() / (program + "_config_" + std::to_string(::getpid()));
     std::filesystem::create_directories(configDir);
     ::setenv("VL_CONFIG_DIR", configDir.c_str(), 1);
 
     wxApp::SetInstance(new TestApp());
     if (!wxEntryStart(argc, argv) || !wxTheApp->CallOnInit()) {
-        std::fprintf(stderr, "test_materials_dialogs: the wx application could not start (run under xvfb-run)\n");
+        std::fprintf(stderr, "%s: the wx application could not start (run under xvfb-run)\n", program.c_str());
         return 2;
     }
     wxSetAssertHandler(failOnAssert);
