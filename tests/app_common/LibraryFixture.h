@@ -19,11 +19,13 @@
 #include <vl_db/DbPreferencesProvider.h>
 #include <vl_db/DocumentLibraries.h>
 
+#include "DrawingWithLibraries.h"
+
 namespace vl_app_test {
 
 namespace fs = std::filesystem;
 
-inline OdString od(const fs::path& path) { return OdString(path.wstring()); }
+using vl_test::od;
 
 inline wxArrayString strings(std::initializer_list<const char*> texts) {
     wxArrayString result;
@@ -32,36 +34,9 @@ inline wxArrayString strings(std::initializer_list<const char*> texts) {
     return result;
 }
 
-class LibraryFixture : public ::testing::Test {
+class LibraryFixture : public vl_test::DrawingWithLibraries {
 protected:
-    void SetUp() override {
-        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-        m_dir = fs::temp_directory_path() / ("vl_app_common_" + std::string(info->test_suite_name()) + "_" +
-                                             info->name() + "_" + std::to_string(::getpid()));
-        fs::remove_all(m_dir);
-        fs::create_directories(m_dir);
-        central = vantlib::Library::create(od(m_dir / "central.vlib"), OdDb::kUnitsMillimeters);
-        preferences.setDefaultMetricLibrary(od(m_dir / "central.vlib"));
-        vl_db::DbPreferencesProvider::setInstance(&preferences);
-        db = OdDbDatabase::create(od(m_dir / "house.vldwg"), OdDb::kUnitsMillimeters);
-        ca::CaApp::instance()->setActiveDatabase(db.get());
-        libs = vl_db::docLibs(db.get());
-        project = libs->primary(true);
-        central = libs->secondary();
-    }
 
-    void TearDown() override {
-        ca::CaApp::instance()->setActiveDatabase(nullptr);
-        project.reset();
-        central.reset();
-        vl_db::closeDocLibs(db.get());
-        db.reset();
-        vl_db::DbPreferencesProvider::setInstance(nullptr);
-        std::error_code ignored;
-        fs::remove_all(m_dir, ignored);
-    }
-
-    fs::path path(const std::string& name) const { return m_dir / name; }
 
     // A stored material with a section hatch of the host's catalogue ("" for none).
     QcSmartPtr<vantlib::Material> material(const std::shared_ptr<vantlib::Library>& library, const wchar_t* name,
@@ -75,14 +50,7 @@ protected:
         return library->save(material);
     }
 
-    vl_db::MemoryPreferencesProvider preferences;
-    std::unique_ptr<OdDbDatabase> db;
-    vl_db::DocumentLibraries* libs = nullptr;
-    std::shared_ptr<vantlib::Library> project;
-    std::shared_ptr<vantlib::Library> central;
 
-private:
-    fs::path m_dir;
 };
 
 }  // namespace vl_app_test

@@ -23,42 +23,21 @@
 #include <vl_db/DbPreferencesProvider.h>
 #include <vl_db/DocumentLibraries.h>
 
+#include "DrawingWithLibraries.h"
+
 #include "app/materials/DlgMaterials.h"
 
 namespace vl_materials_test {
 
 namespace fs = std::filesystem;
 
-inline OdString od(const fs::path& path) { return OdString(path.wstring()); }
+using vl_test::od;
 
-class MaterialsFixture : public ::testing::Test {
+class MaterialsFixture : public vl_test::DrawingWithLibraries {
 protected:
-    void SetUp() override {
-        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-        m_dir = fs::temp_directory_path() / ("vl_materials_" + std::string(info->test_suite_name()) + "_" +
-                                             info->name() + "_" + std::to_string(::getpid()));
-        fs::remove_all(m_dir);
-        fs::create_directories(m_dir);
-        central = vantlib::Library::create(od(m_dir / "central.vlib"), OdDb::kUnitsMillimeters);
-        preferences.setDefaultMetricLibrary(od(m_dir / "central.vlib"));
-        vl_db::DbPreferencesProvider::setInstance(&preferences);
-        db = OdDbDatabase::create(od(m_dir / "house.vldwg"), OdDb::kUnitsMillimeters);
-        ca::CaApp::instance()->setActiveDatabase(db.get());
-        libs = vl_db::docLibs(db.get());
-        project = libs->primary(true);
-        central = libs->secondary();
-    }
-
     void TearDown() override {
         dialog.reset();
-        ca::CaApp::instance()->setActiveDatabase(nullptr);
-        project.reset();
-        central.reset();
-        vl_db::closeDocLibs(db.get());
-        db.reset();
-        vl_db::DbPreferencesProvider::setInstance(nullptr);
-        std::error_code ignored;
-        fs::remove_all(m_dir, ignored);
+        DrawingWithLibraries::TearDown();
     }
 
     // A stored material with a predefined section hatch ("" for none) and optionally a class.
@@ -142,15 +121,8 @@ protected:
         wxYield();
     }
 
-    vl_db::MemoryPreferencesProvider preferences;
-    std::unique_ptr<OdDbDatabase> db;
-    vl_db::DocumentLibraries* libs = nullptr;
-    std::shared_ptr<vantlib::Library> project;
-    std::shared_ptr<vantlib::Library> central;
     std::unique_ptr<vl_app::DlgMaterials> dialog;
 
-private:
-    fs::path m_dir;
 };
 
 }  // namespace vl_materials_test

@@ -25,11 +25,13 @@
 #include <vl_db/DbPreferencesProvider.h>
 #include <vl_db/DocumentLibraries.h>
 
+#include "DrawingWithLibraries.h"
+
 namespace vl_mat_test {
 
 namespace fs = std::filesystem;
 
-inline OdString od(const fs::path& path) { return OdString(path.wstring()); }
+using vl_test::od;
 
 // Answers a text prompt (wxGetTextFromUser) as if the user typed `text` and pressed OK.
 class TypeText : public wxExpectModalBase<wxTextEntryDialog, TypeText> {
@@ -61,34 +63,8 @@ private:
     wxString* m_text;
 };
 
-class DialogFixture : public ::testing::Test {
+class DialogFixture : public vl_test::DrawingWithLibraries {
 protected:
-    void SetUp() override {
-        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-        m_dir = fs::temp_directory_path() / ("vl_mat_dialogs_" + std::string(info->test_suite_name()) + "_" +
-                                             info->name() + "_" + std::to_string(::getpid()));
-        fs::remove_all(m_dir);
-        fs::create_directories(m_dir);
-        vantlib::Library::create(od(m_dir / "central.vlib"), OdDb::kUnitsMillimeters);
-        preferences.setDefaultMetricLibrary(od(m_dir / "central.vlib"));
-        vl_db::DbPreferencesProvider::setInstance(&preferences);
-        db = OdDbDatabase::create(od(m_dir / "house.vldwg"), OdDb::kUnitsMillimeters);
-        ca::CaApp::instance()->setActiveDatabase(db.get());
-        libs = vl_db::docLibs(db.get());
-        project = libs->primary(true);
-        central = libs->secondary();
-    }
-
-    void TearDown() override {
-        ca::CaApp::instance()->setActiveDatabase(nullptr);
-        project.reset();
-        central.reset();
-        vl_db::closeDocLibs(db.get());
-        db.reset();
-        vl_db::DbPreferencesProvider::setInstance(nullptr);
-        std::error_code ignored;
-        fs::remove_all(m_dir, ignored);
-    }
 
     // Shows `dialog` modally and runs `actions` inside its modal loop. The actions end the
     // dialog; one that is still open afterwards is closed and fails the test.
@@ -134,16 +110,8 @@ protected:
     }
     static bool toolEnabled(wxDialog& dialog, const char* xrcName) { return toolEnabled(dialog, XRCID(xrcName)); }
 
-    fs::path path(const std::string& name) const { return m_dir / name; }
 
-    vl_db::MemoryPreferencesProvider preferences;
-    std::unique_ptr<OdDbDatabase> db;
-    vl_db::DocumentLibraries* libs = nullptr;
-    std::shared_ptr<vantlib::Library> project;
-    std::shared_ptr<vantlib::Library> central;
 
-private:
-    fs::path m_dir;
 };
 
 }  // namespace vl_mat_test
