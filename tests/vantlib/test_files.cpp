@@ -119,6 +119,9 @@ TEST(LibraryFiles, ReadOnlyLibraryRefusesWritesAndStaysIdentical) {
     };
     check(Library::open(OdString::fromUtf8(path), true));
     EXPECT_EQ(before, fileBytes(path));
+    // The last writer left a rollback journal, so reading leaves nothing beside the file.
+    EXPECT_FALSE(std::filesystem::exists(path + "-wal"));
+    EXPECT_FALSE(std::filesystem::exists(path + "-shm"));
 
     // A file that cannot be written opens read-only by itself (permissions do not bind root).
     if (::geteuid() == 0)

@@ -97,6 +97,15 @@ void preferWriteAheadLog(SQLite::Database& db) {
     }
 }
 
+void leaveWriteAheadLog(SQLite::Database& db) {
+    sqlite3_busy_timeout(db.getHandle(), 0);
+    try {
+        db.exec("PRAGMA journal_mode = DELETE");
+    } catch (const SQLite::Exception&) {
+        // Busy: somebody else has the library open and the log stays theirs to finish.
+    }
+}
+
 void requireFolder(const OdString& path) {
     std::string folder = directoryOf(textToUtf8(path));
     struct stat info;

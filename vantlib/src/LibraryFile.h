@@ -21,6 +21,10 @@ std::unique_ptr<SQLite::Database> connect(const OdString& path, FileAccess acces
 // Switches the file to write-ahead logging. A file that another connection is using at that
 // moment keeps its current journal, which is just as safe, only less concurrent.
 void preferWriteAheadLog(SQLite::Database& db);
+// Called by the last writer before it closes: back to a rollback journal, so that tools that
+// only read the library leave no -wal / -shm files beside it. Another connection still open
+// keeps the write-ahead log; that is checked without waiting.
+void leaveWriteAheadLog(SQLite::Database& db);
 // Opens read-only and checks tables and version; throws NotALibrary / NewerSchema.
 // Returns the schema version found.
 int inspectLibrary(const OdString& path);

@@ -3,6 +3,7 @@
 #include <vantlib/Exception.h>
 #include <vantlib/LibraryManager.h>
 
+#include "LibraryFile.h"
 #include "Schema.h"
 #include "Text.h"
 
@@ -14,6 +15,8 @@ LibraryStore::LibraryStore(std::unique_ptr<SQLite::Database> db, const OdString&
 LibraryStore::~LibraryStore() {
     // Statements must be finalised before the connection closes.
     m_statements.clear();
+    if (!m_readOnly)
+        leaveWriteAheadLog(*m_db);
 }
 
 Statement& LibraryStore::statement(const std::string& sql) const {
