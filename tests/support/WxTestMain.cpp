@@ -13,6 +13,7 @@
 #include <wx/filename.h>
 #include <wx/image.h>
 #include <wx/init.h>
+#include <wx/log.h>
 #include <wx/xrc/xmlres.h>
 
 #include <CaApp.h>
@@ -51,6 +52,9 @@ int main(int argc, char** argv) {
     std::filesystem::create_directories(configDir);
     ::setenv("VL_CONFIG_DIR", configDir.c_str(), 1);
 
+    // Log messages (also why the toolkit could not start) go to the test output, not to
+    // message boxes.
+    wxLog::SetActiveTarget(new wxLogStderr);
     wxApp::SetInstance(new TestApp());
     if (!wxEntryStart(argc, argv) || !wxTheApp->CallOnInit()) {
         std::fprintf(stderr, "%s: the wx application could not start (run under xvfb-run)\n", program.c_str());
