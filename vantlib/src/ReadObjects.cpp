@@ -110,6 +110,21 @@ struct IdRestriction {
     }
 };
 
+// The restriction of follow-up queries to the objects a query read: none when it read every
+// object of the kind. `json` holds the id list the restriction points to.
+IdRestriction restrictionTo(const std::set<unsigned>& ids, bool filtered, std::string& json) {
+    IdRestriction restriction;
+    if (!filtered)
+        return restriction;
+    if (ids.size() == 1) {
+        restriction.singleId = *ids.begin();
+    } else {
+        json = idsAsJson(ids);
+        restriction.idsJson = &json;
+    }
+    return restriction;
+}
+
 std::string andClause(const std::string& condition) { return condition.empty() ? condition : " AND " + condition; }
 std::string whereClause(const std::string& condition) { return condition.empty() ? condition : " WHERE " + condition; }
 
@@ -185,16 +200,8 @@ std::vector<QcSmartPtr<Material>> queryMaterials(const LibraryStore& store, cons
         result.push_back(std::move(material));
     }
     rows.reset();
-    IdRestriction restriction;
     std::string json;
-    if (!filter.empty()) {
-        if (ids.size() == 1) {
-            restriction.singleId = *ids.begin();
-        } else {
-            json = idsAsJson(ids);
-            restriction.idsJson = &json;
-        }
-    }
+    const IdRestriction restriction = restrictionTo(ids, !filter.empty(), json);
     if (!result.empty())
         attachAnnotations(store, kMaterial, annotated, restriction);
     return result;
@@ -217,16 +224,8 @@ std::vector<QcSmartPtr<Composition>> queryCompositions(const LibraryStore& store
     rows.reset();
     if (result.empty())
         return result;
-    IdRestriction restriction;
     std::string json;
-    if (!filter.empty()) {
-        if (ids.size() == 1) {
-            restriction.singleId = *ids.begin();
-        } else {
-            json = idsAsJson(ids);
-            restriction.idsJson = &json;
-        }
-    }
+    const IdRestriction restriction = restrictionTo(ids, !filter.empty(), json);
     attachAnnotations(store, kComposition, annotated, restriction);
 
     // Plies, then every material they use in one batch; plies of one result share the copy of
