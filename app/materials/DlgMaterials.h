@@ -85,6 +85,8 @@ private:
     void changeMaterial(const std::function<void(vantlib::Material&)>& change);
     // Deselects every row without treating it as the user's deselection.
     void deselectAll(wxListCtrl* target);
+    // Makes the material just stored in the library of `type` the selected, loaded one.
+    void showStoredMaterial(vl_db::EDbType type);
     // Shows a library failure to the user (caption "BIM").
     void reportError(const std::exception& error);
     OdDb::UnitsValue unit() const;

@@ -226,10 +226,7 @@ void DlgMaterials::createMaterial(vl_db::EDbType type) {
         return;
     }
     wxWindowUpdateLocker freeze(this);
-    m_dbType = type;
-    deselectAll(list(otherLibrary(type)));
-    updateList(type, true);
-    updateMaterial();
+    showStoredMaterial(type);
     updateClasses();
     XRCCTRL(*this, "TABBOOK", wxNotebook)->SetSelection(0);
     auto* name = XRCCTRL(*this, "TEXT_NAME", wxTextCtrl);
@@ -250,6 +247,10 @@ void DlgMaterials::onDuplicate(wxCommandEvent&) {
         return;
     }
     wxWindowUpdateLocker freeze(this);
+    showStoredMaterial(type);
+}
+
+void DlgMaterials::showStoredMaterial(vl_db::EDbType type) {
     m_dbType = type;
     deselectAll(list(otherLibrary(type)));
     updateList(type, true);
