@@ -1,5 +1,7 @@
 #include "app/common/DragDrop.h"
 
+#include "app/common/LibraryCopy.h"
+
 #include <wx/intl.h>
 #include <wx/msgdlg.h>
 
@@ -86,28 +88,12 @@ wxDragResult VantlibDropTarget::acceptance(const VantlibDragData& data) const {
 wxDragResult VantlibDropTarget::copyObjects(const VantlibDragData& data) const {
     if (!m_libs)
         return wxDragNone;
-    try {
-        const std::shared_ptr<vantlib::Library> source = vl_db::library(m_libs, data.dbType, false);
-        const std::shared_ptr<vantlib::Library> target = vl_db::library(m_libs, m_dbType, false);
-        if (!source || !target)
-            return wxDragNone;
-        const std::set<vantlib::ObjectKey> keys(data.keys.begin(), data.keys.end());
-        vantlib::IdMapping mapping(target);
-        target->copy(source, keys, mapping, vantlib::Library::kSingleTransaction);
-        unsigned copied = 0;
-        for (const auto& entry : mapping)
-            if (entry.second.state != vantlib::IdMapping::kNotCopied)
-                ++copied;
-        return copied > 0 ? wxDragCopy : wxDragNone;
-    } catch (const vantlib::Exception& error) {
-        // The drag source only learns that nothing was copied; the user learns why.
-        wxMessageBox(wxString::Format(_("The objects could not be copied: %s"), toWx(error.message())), "BIM",
-                     wxOK | wxICON_ERROR);
-    } catch (const OdError& error) {
-        wxMessageBox(wxString::Format(_("The objects could not be copied: %s"), toWx(error.description())), "BIM",
-                     wxOK | wxICON_ERROR);
-    }
-    return wxDragNone;
+    const std::shared_ptr<vantlib::Library> source = vl_db::library(m_libs, data.dbType, false);
+    const std::shared_ptr<vantlib::Library> target = vl_db::library(m_libs, m_dbType, false);
+    const std::set<vantlib::ObjectKey> keys(data.keys.begin(), data.keys.end());
+    // The drag source only learns whether anything was copied; the user learns what was not.
+    const CopyOutcome outcome = vl_app::copyObjects(nullptr, source, target, keys, m_objectType);
+    return outcome.copied > 0 ? wxDragCopy : wxDragNone;
 }
 
 wxDragResult VantlibDropTarget::OnDragOver(wxCoord, wxCoord, wxDragResult) {

@@ -25,6 +25,7 @@
 
 #include <vantlib/Exception.h>
 
+#include "app/common/ErrorMessages.h"
 #include "app/common/Helpers.h"
 #include "app/common/ListHelpers.h"
 
@@ -34,7 +35,6 @@ namespace {
 const wxString kSettingsKey = "DlgMaterials";
 const wxString kSashKey = "DlgMaterials/sash";
 const wxString kPageKey = "DlgMaterials/seltab";
-constexpr int kReloadDelayMs = 80;
 
 // A field label drawn from a symbol, for hosts whose icon store lacks the themed picture.
 wxBitmap symbolBitmap(const wchar_t* symbol, const wxWindow* window) {
@@ -56,18 +56,9 @@ wxBitmap symbolBitmap(const wchar_t* symbol, const wxWindow* window) {
 // clang-format off
 wxBEGIN_EVENT_TABLE(DlgMaterials, wxg::QcThemedDialog)
     EVT_INIT_DIALOG(DlgMaterials::onInitDialog)
-    EVT_TIMER(wxID_ANY, DlgMaterials::onTimer)
     EVT_SIZE(DlgMaterials::onSize)
     EVT_BUTTON(wxID_OK, DlgMaterials::onOK)
     // lists and their commands
-    EVT_LIST_ITEM_SELECTED(XRCID("LIST_PROJECT"), DlgMaterials::onSelect)
-    EVT_LIST_ITEM_SELECTED(XRCID("LIST_LIBRARY"), DlgMaterials::onSelect)
-    EVT_LIST_ITEM_DESELECTED(XRCID("LIST_PROJECT"), DlgMaterials::onDeselect)
-    EVT_LIST_ITEM_DESELECTED(XRCID("LIST_LIBRARY"), DlgMaterials::onDeselect)
-    EVT_LIST_ITEM_ACTIVATED(XRCID("LIST_PROJECT"), DlgMaterials::onActivate)
-    EVT_LIST_ITEM_ACTIVATED(XRCID("LIST_LIBRARY"), DlgMaterials::onActivate)
-    EVT_LIST_ITEM_RIGHT_CLICK(XRCID("LIST_PROJECT"), DlgMaterials::onListContextMenu)
-    EVT_LIST_ITEM_RIGHT_CLICK(XRCID("LIST_LIBRARY"), DlgMaterials::onListContextMenu)
     EVT_CHOICE(XRCID("FILTER_CLASS"), DlgMaterials::onFilterClass)
     EVT_TOOL(XRCID("TOOL_FILTER"), DlgMaterials::onToggleFilter)
     EVT_TOOL(XRCID("TOOL_NEW"), DlgMaterials::onNew)
@@ -133,7 +124,7 @@ wxEND_EVENT_TABLE()
 
 DlgMaterials::DlgMaterials(wxWindow* parent, vl_db::DocumentLibraries* libs, vl_db::EMode mode,
                            vl_db::EDbType dbType, unsigned materialId)
-    : m_mode(mode), m_dbType(dbType), m_libs(libs), m_timer(this) {
+    : m_mode(mode), m_dbType(dbType), m_libs(libs) {
     if (!loadLayout(parent, kSettingsKey))
         throw OdError(eKeyNotFound, OdString(L"The dialog layout \"DlgMaterials\" is not loaded."));
     restoreWindowRect(wxSize(1000, 700));
@@ -150,34 +141,18 @@ DlgMaterials::DlgMaterials(wxWindow* parent, vl_db::DocumentLibraries* libs, vl_
 }
 
 DlgMaterials::~DlgMaterials() {
-    m_timer.Stop();
     wxg::WxgConfig::writeLong(kPageKey, short(XRCCTRL(*this, "TABBOOK", wxNotebook)->GetSelection()));
     wxg::WxgConfig::writeLong(kSashKey, XRCCTRL(*this, "SPLITTER", wxSplitterWindow)->GetSashPosition());
     saveWindowRect(kSettingsKey);
 }
 
-void DlgMaterials::bindControls() {
-    m_listProject = XRCCTRL(*this, "LIST_PROJECT", wxListCtrl);
-    m_listLibrary = XRCCTRL(*this, "LIST_LIBRARY", wxListCtrl);
-}
+void DlgMaterials::bindControls() {}
 
 std::shared_ptr<vantlib::Library> DlgMaterials::lib() const { return vl_db::library(m_libs, m_dbType, false); }
 
-wxListCtrl* DlgMaterials::list(vl_db::EDbType type) const {
-    switch (type) {
-    case vl_db::kDbProject:
-        return m_listProject;
-    case vl_db::kDbCentral:
-        return m_listLibrary;
-    default:
-        return nullptr;
-    }
-}
+ObjectListCtrl* DlgMaterials::list(vl_db::EDbType type) const { return m_browser ? m_browser->list(type) : nullptr; }
 
-int DlgMaterials::numSelected() const {
-    const wxListCtrl* current = list(m_dbType);
-    return current ? current->GetSelectedItemCount() : 0;
-}
+int DlgMaterials::numSelected() const { return m_browser ? m_browser->numSelected() : 0; }
 
 OdDb::UnitsValue DlgMaterials::unit() const {
     const auto library = lib();
@@ -223,8 +198,7 @@ void DlgMaterials::onInitDialog(wxInitDialogEvent& event) {
         }
     }
     createPropertyGrid();
-    initList(vl_db::kDbProject);
-    initList(vl_db::kDbCentral);
+    initLists();
     m_updating = false;
 
     updateFilter();
@@ -238,57 +212,6 @@ void DlgMaterials::onInitDialog(wxInitDialogEvent& event) {
     Layout();
 }
 
-void DlgMaterials::onSelect(wxListEvent& event) {
-    if (m_updating)
-        return;
-    wxWindowUpdateLocker freeze(this);
-    m_timer.Stop();
-    const vl_db::EDbType type = event.GetEventObject() == m_listProject ? vl_db::kDbProject : vl_db::kDbCentral;
-    if (type != m_dbType)
-        saveMaterial();
-    m_dbType = type;
-    deselectAll(list(type == vl_db::kDbProject ? vl_db::kDbCentral : vl_db::kDbProject));
-    updateMaterial();
-}
-
-void DlgMaterials::onDeselect(wxListEvent&) {
-    if (m_updating)
-        return;
-    saveMaterial();
-    m_timer.StartOnce(kReloadDelayMs);
-}
-
-void DlgMaterials::onTimer(wxTimerEvent&) {
-    if (m_listProject->GetSelectedItemCount() > 0)
-        m_dbType = vl_db::kDbProject;
-    else if (m_listLibrary->GetSelectedItemCount() > 0)
-        m_dbType = vl_db::kDbCentral;
-    updateMaterial();
-}
-
-void DlgMaterials::onListMouseDown(wxMouseEvent& event) {
-    event.Skip();
-    const vl_db::EDbType type = event.GetEventObject() == m_listProject ? vl_db::kDbProject : vl_db::kDbCentral;
-    if (type == m_dbType || m_status != kValid)
-        return;
-    saveMaterial();
-    deselectAll(list(m_dbType));
-    m_dbType = type;
-    updateMaterial();
-}
-
-void DlgMaterials::onActivate(wxListEvent& event) {
-    const vl_db::EDbType type = event.GetEventObject() == m_listProject ? vl_db::kDbProject : vl_db::kDbCentral;
-    m_timer.Stop();
-    if (type != m_dbType)
-        saveMaterial();
-    deselectAll(list(type == vl_db::kDbProject ? vl_db::kDbCentral : vl_db::kDbProject));
-    m_dbType = type;
-    updateMaterial();
-    if (m_mode == vl_db::kModePicker && m_material && m_status == kValid)
-        EndDialog(wxID_OK);
-}
-
 void DlgMaterials::onPageChanging(wxBookCtrlEvent& event) {
     // An invalid name or class must be fixed on the identity page before anything else.
     if (m_status != kValid)
@@ -297,10 +220,6 @@ void DlgMaterials::onPageChanging(wxBookCtrlEvent& event) {
 
 void DlgMaterials::onSize(wxSizeEvent& event) {
     event.Skip();
-    // Sizes arrive before start-up has given the lists their column.
-    for (wxListCtrl* target : {m_listProject, m_listLibrary})
-        if (target && target->GetColumnCount() > 0)
-            autoColumnSize(target);
 }
 
 void DlgMaterials::onOK(wxCommandEvent& event) {
@@ -311,24 +230,30 @@ void DlgMaterials::onOK(wxCommandEvent& event) {
 }
 
 void DlgMaterials::onUpdateUI(wxUpdateUIEvent& event) {
+    if (!m_browser)
+        return;
     const int id = event.GetId();
-    const bool anySelected = numSelected() > 0;
     const bool currentWritable = vl_db::writable(m_libs, m_dbType);
-    if (id == XRCID("TOOL_NEW"))
-        event.Enable(vl_db::writable(m_libs, creationTarget()));
-    else if (id == XRCID("TOOL_NEW_IN_PROJ"))
-        event.Enable(vl_db::writable(m_libs, vl_db::kDbProject));
-    else if (id == XRCID("TOOL_NEW_IN_LIBR"))
-        event.Enable(vl_db::writable(m_libs, vl_db::kDbCentral));
-    else if (id == XRCID("TOOL_DUPLICATE"))
-        event.Enable(anySelected && m_material && m_material->id() != 0 && vl_db::writable(m_libs, creationTarget()));
-    else if (id == XRCID("TOOL_DEL") || id == XRCID("TOOL_MAKE_COMP"))
-        event.Enable(currentWritable && anySelected);
-    else if (id == XRCID("TOOL_COPY_TO_PROJ"))
-        event.Enable(m_dbType == vl_db::kDbCentral && vl_db::writable(m_libs, vl_db::kDbProject) && anySelected);
-    else if (id == XRCID("TOOL_COPY_TO_LIBR"))
-        event.Enable(m_dbType == vl_db::kDbProject && vl_db::writable(m_libs, vl_db::kDbCentral) && anySelected);
-    else if (id == XRCID("TOOL_CUSTOMPROP_NEW") || id == XRCID("BTN_CUSTOM_PROPS") || id == XRCID("BTN_CLASS"))
+    static const struct {
+        const char* name;
+        ListCommand command;
+    } listCommands[] = {
+        {"TOOL_NEW", ListCommand::kNew},
+        {"TOOL_NEW_IN_PROJ", ListCommand::kNewInProject},
+        {"TOOL_NEW_IN_LIBR", ListCommand::kNewInCentral},
+        {"TOOL_DUPLICATE", ListCommand::kDuplicate},
+        {"TOOL_DEL", ListCommand::kDelete},
+        {"TOOL_MAKE_COMP", ListCommand::kDerive},
+        {"TOOL_COPY_TO_PROJ", ListCommand::kCopyToProject},
+        {"TOOL_COPY_TO_LIBR", ListCommand::kCopyToCentral},
+    };
+    for (const auto& entry : listCommands) {
+        if (id == XRCID(entry.name)) {
+            event.Enable(m_status == kValid && m_browser->isEnabled(entry.command));
+            return;
+        }
+    }
+    if (id == XRCID("TOOL_CUSTOMPROP_NEW") || id == XRCID("BTN_CUSTOM_PROPS") || id == XRCID("BTN_CLASS"))
         event.Enable(currentWritable && m_material);
     else if (id == XRCID("TOOL_CUSTOMPROP_DELETE"))
         event.Enable(currentWritable && selectedCustomProperty());
@@ -336,30 +261,14 @@ void DlgMaterials::onUpdateUI(wxUpdateUIEvent& event) {
         event.Enable(m_status == kValid && (m_mode != vl_db::kModePicker || m_material));
 }
 
-void DlgMaterials::deselectAll(wxListCtrl* target) {
-    if (!target)
-        return;
-    const bool wasUpdating = m_updating;
-    m_updating = true;
-    for (long row = target->GetNextItem(-1, wxLIST_NEXT_ALL, wxLIST_STATE_SELECTED); row != -1;
-         row = target->GetNextItem(row, wxLIST_NEXT_ALL, wxLIST_STATE_SELECTED))
-        target->SetItemState(row, 0, wxLIST_STATE_SELECTED);
-    m_updating = wasUpdating;
-}
-
 void DlgMaterials::updateMaterial() {
     wxWindowUpdateLocker freeze(this);
-    m_timer.Stop();
     m_material.release();
     const auto library = lib();
-    wxListCtrl* current = list(m_dbType);
-    if (library && current) {
-        long row = current->GetNextItem(-1, wxLIST_NEXT_ALL, wxLIST_STATE_FOCUSED);
-        if (row == -1 || current->GetItemState(row, wxLIST_STATE_SELECTED) == 0)
-            row = current->GetNextItem(-1, wxLIST_NEXT_ALL, wxLIST_STATE_SELECTED);
+    const unsigned selected = m_browser && m_browser->current() == m_dbType ? m_browser->selectedId() : 0;
+    if (library && selected != 0) {
         try {
-            if (row != -1)
-                m_material = library->get<vantlib::Material>(unsigned(current->GetItemData(row)));
+            m_material = library->get<vantlib::Material>(selected);
         } catch (const std::exception& error) {
             reportError(error);
         }
@@ -414,13 +323,6 @@ void DlgMaterials::changeMaterial(const std::function<void(vantlib::Material&)>&
     }
 }
 
-void DlgMaterials::reportError(const std::exception& error) {
-    const auto* libraryError = dynamic_cast<const vantlib::Exception*>(&error);
-    const auto* sdkError = dynamic_cast<const OdError*>(&error);
-    const wxString message = libraryError ? toWx(libraryError->message())
-                             : sdkError   ? toWx(sdkError->description())
-                                          : wxString::FromUTF8(error.what());
-    wxMessageBox(message, _("BIM"), wxOK | wxICON_ERROR | wxCENTRE, this);
-}
+void DlgMaterials::reportError(const std::exception& error) { showError(this, error); }
 
 }  // namespace vl_app

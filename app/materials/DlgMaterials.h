@@ -25,7 +25,7 @@
 #include <vl_db/HatchPattern.h>
 #include <vl_db/Types.h>
 
-#include "app/materials/MaterialThumbnails.h"
+#include "app/common/TwoListBrowser.h"
 
 class OdDbDatabase;
 class wxPropertyGridEvent;
@@ -36,7 +36,7 @@ class QcPropertyGrid;
 
 namespace vl_app {
 
-class DlgMaterials : public wxg::QcThemedDialog {
+class DlgMaterials : public wxg::QcThemedDialog, private TwoListClient {
 public:
     // Validation state of the identity page; anything but kValid blocks the lists and OK.
     enum EStatus : unsigned {
@@ -59,20 +59,17 @@ public:
     EStatus status() const { return m_status; }
     // The library of the current material (null when none is chosen or it is unavailable).
     std::shared_ptr<vantlib::Library> lib() const;
-    wxListCtrl* list(vl_db::EDbType type) const;
+    ObjectListCtrl* list(vl_db::EDbType type) const;
     // Selected rows of the current library's list.
     int numSelected() const;
-    // Thumbnails drawn since the dialog opened (materials sharing a pattern share one).
-    const MaterialThumbnails& thumbnails() const { return m_thumbnails; }
+    // The two lists and their commands (null until the dialog is initialised).
+    TwoListBrowser* browser() const { return m_browser.get(); }
 
 private:
     // ---- start-up, selection, closing (DlgMaterials.cpp)
     void onInitDialog(wxInitDialogEvent& event);
     void onSelect(wxListEvent& event);
     void onDeselect(wxListEvent& event);
-    void onActivate(wxListEvent& event);
-    void onListMouseDown(wxMouseEvent& event);
-    void onTimer(wxTimerEvent& event);
     void onPageChanging(wxBookCtrlEvent& event);
     void onUpdateUI(wxUpdateUIEvent& event);
     void onSize(wxSizeEvent& event);
@@ -83,22 +80,20 @@ private:
     // Applies a change to the current material and saves it at once. A failure is reported and
     // the material is read back from its library, so the dialog shows what is stored.
     void changeMaterial(const std::function<void(vantlib::Material&)>& change);
-    // Deselects every row without treating it as the user's deselection.
-    void deselectAll(wxListCtrl* target);
     // Makes the material just stored in the library of `type` the selected, loaded one.
     void showStoredMaterial(vl_db::EDbType type);
-    // Shows a library failure to the user (caption "BIM").
+    // Shows a library failure to the user.
     void reportError(const std::exception& error);
+    // The current material's row shows its saved name and its thumbnail.
+    void updateCurrentRow();
     OdDb::UnitsValue unit() const;
     void bindControls();
 
     // ---- lists, filters and list commands (DlgMaterialsLists.cpp)
-    void initList(vl_db::EDbType type);
+    void initLists();
     void updateLists(bool keepSelection);
-    void updateList(vl_db::EDbType type, bool keepSelection);
     void updateFilter();
     void updateClasses();
-    void selectInList(vl_db::EDbType type, unsigned id);
     void onFilterClass(wxCommandEvent& event);
     void onToggleFilter(wxCommandEvent& event);
     void onNew(wxCommandEvent& event);
@@ -109,12 +104,24 @@ private:
     void onCopyToProject(wxCommandEvent& event);
     void onCopyToLibrary(wxCommandEvent& event);
     void onMakeComp(wxCommandEvent& event);
-    void onListContextMenu(wxListEvent& event);
-    void onListBeginDrag(wxListEvent& event);
     void createMaterial(vl_db::EDbType type);
     // The library that New and Duplicate work in: the current one, else the project library.
     vl_db::EDbType creationTarget() const;
-    void copyTo(vl_db::EDbType destination);
+
+    // ---- what the lists ask of the dialog (DlgMaterialsLists.cpp)
+    std::vector<ObjectRow> queryRows(const std::shared_ptr<vantlib::Library>& library) override;
+    wxBitmap drawThumbnail(const std::shared_ptr<vantlib::Library>& library, const ObjectRow& row,
+                           const wxSize& size) override;
+    std::set<unsigned> removeObjects(const std::shared_ptr<vantlib::Library>& library,
+                                     const std::set<unsigned>& ids) override;
+    wxString keptMessage(const std::vector<wxString>& names) const override;
+    wxString rowsText(unsigned count) const override;
+    unsigned currentObjectId() const override;
+    bool currentValid() const override { return m_status == kValid; }
+    void saveCurrent() override { saveMaterial(); }
+    void currentChanged() override;
+    void rowActivated() override;
+    void librariesChanged() override { updateClasses(); }
 
     // ---- identity page (DlgMaterialsIdentity.cpp)
     void onEditText(wxCommandEvent& event);
@@ -173,8 +180,7 @@ private:
     vl_db::EDbType m_dbType;
     QcSmartPtr<vantlib::Material> m_material;
     vl_db::DocumentLibraries* m_libs;
-    wxListCtrl* m_listProject = nullptr;
-    wxListCtrl* m_listLibrary = nullptr;
+    std::unique_ptr<TwoListBrowser> m_browser;
     wxg::QcPropertyGrid* m_grid = nullptr;
     wxString m_selName;
     wxString m_nameText;
@@ -184,13 +190,9 @@ private:
     wxString m_filterClass;
     wxArrayString m_filterClasses;
     wxArrayString m_comboClasses;
-    wxTimer m_timer;
     EStatus m_status = kValid;
     // Set while the dialog fills its own controls, so their change events edit nothing.
     bool m_updating = false;
-    MaterialThumbnails m_thumbnails;
-    // Image index of each thumbnail in each list's image list.
-    std::map<MaterialThumbnails::Key, int> m_imageIndex[2];
 
     wxDECLARE_EVENT_TABLE();
 };

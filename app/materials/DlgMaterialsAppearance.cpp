@@ -35,7 +35,6 @@
 namespace vl_app {
 
 namespace {
-constexpr int kThumbnailEdge = 32;
 constexpr double kPi = 3.141592653589793;
 
 vantlib::HatchView hatchView(vl_db::EHatchViewType view) {
@@ -339,21 +338,7 @@ void DlgMaterials::updateThumbnail() {
     setBitmap(FindWindow(XRCID("PREVIEW")),
               preview.IsOk() ? preview : wxXmlResource::Get()->LoadBitmap("BmpEmptyMat_32"));
 
-    wxListCtrl* current = list(m_dbType);
-    if (!m_material || !current || m_material->id() == 0)
-        return;
-    const long row = current->FindItem(-1, wxUIntPtr(m_material->id()));
-    if (row == -1)
-        return;
-    const MaterialThumbnails::Key key = MaterialThumbnails::key(m_material, kThumbnailEdge);
-    auto& imageIndex = m_imageIndex[m_dbType];
-    auto found = imageIndex.find(key);
-    if (found == imageIndex.end()) {
-        const wxBitmap& picture = m_thumbnails.thumbnail(key, m_material);
-        found = imageIndex.emplace(key, picture.IsOk() ? current->GetImageList(wxIMAGE_LIST_SMALL)->Add(picture) : 0)
-                    .first;
-    }
-    current->SetItemImage(row, found->second);
+    updateCurrentRow();
 }
 
 void DlgMaterials::onRenderMat(wxCommandEvent&) {

@@ -122,12 +122,7 @@ void DlgMaterials::updateName() {
         name->ChangeValue(m_nameText);
     XRCCTRL(*this, "STAT_NAME", wxStaticText)->SetLabel(m_material ? m_nameText : wxString());
     // The row of the current material follows the name as it is saved.
-    wxListCtrl* current = list(m_dbType);
-    if (m_material && current && m_material->id() != 0) {
-        const long row = current->FindItem(-1, wxUIntPtr(m_material->id()));
-        if (row != -1 && current->GetItemText(row) != m_selName)
-            current->SetItemText(row, m_selName);
-    }
+    updateCurrentRow();
 }
 
 void DlgMaterials::updateDscr() {

@@ -69,7 +69,7 @@ double openDialog(vl_db::DocumentLibraries* libs, unsigned* drawn) {
     dialog.Show();
     dialog.Update();
     const double ms = msSince(start);
-    *drawn = dialog.thumbnails().drawn();
+    *drawn = dialog.browser()->thumbnails().drawn();
     return ms;
 }
 

@@ -1,5 +1,10 @@
 // Dropping dragged library objects onto the other library's list.
 #include <gtest/gtest.h>
+#include <wx/msgdlg.h>
+#include <wx/testing.h>
+
+#include <DlgQuestion.h>
+#include <DlgQuestionTesting.h>
 
 #include <OdStringWx.h>
 
@@ -86,8 +91,13 @@ TEST_F(DropTarget, CopiesEachObjectOnceAndReportsWhetherAnythingWasCopied) {
     // The source library is never changed by a drop.
     EXPECT_EQ(central->count<vantlib::Material>(), 2u);
 
-    // Without a reactor every clash is skipped: nothing new, so the source does not refresh.
-    EXPECT_EQ(projectMaterials.copyObjects(drag(vl_db::kDbCentral, vantlib::kMaterial, {oak->key()})), wxDragNone);
+    // A clash is put to the user; keeping the existing one copies nothing new, so the source
+    // does not refresh, and the user is told what was kept out.
+    wxDragResult result = wxDragCopy;
+    wxTEST_DIALOG(result = projectMaterials.copyObjects(drag(vl_db::kDbCentral, vantlib::kMaterial, {oak->key()})),
+                  wxExpectModal<wxg::DlgQuestion>(wxg::DlgQuestion::kFirstAnswer),
+                  wxExpectModal<wxMessageDialog>(wxID_OK));
+    EXPECT_EQ(result, wxDragNone);
     EXPECT_EQ(project->count<vantlib::Material>(), 2u);
 
     // Composition lists pass their keys on as they come, tagged as materials.
@@ -97,6 +107,9 @@ TEST_F(DropTarget, CopiesEachObjectOnceAndReportsWhetherAnythingWasCopied) {
     VantlibDropTarget projectCompositions(libs, vl_db::kDbProject, vantlib::kComposition);
     const auto walls = drag(vl_db::kDbCentral, vantlib::kComposition, {{vantlib::kComposition, wall->id()}});
     EXPECT_EQ(projectCompositions.acceptance(walls), wxDragCopy);
-    EXPECT_EQ(projectCompositions.copyObjects(walls), wxDragCopy);
+    // The wall brings its material along, whose name the project has: that is asked too.
+    wxTEST_DIALOG(result = projectCompositions.copyObjects(walls),
+                  wxExpectModal<wxg::DlgQuestion>(wxg::DlgQuestion::kFirstAnswer));
+    EXPECT_EQ(result, wxDragCopy);
     EXPECT_FALSE(project->get<vantlib::Composition>(vantlib::NameKey(L"Wall")).isNull());
 }

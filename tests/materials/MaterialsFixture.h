@@ -66,7 +66,7 @@ protected:
     }
 
     wxWindow* control(const char* name) const { return dialog->FindWindow(XRCID(name)); }
-    wxListCtrl* list(vl_db::EDbType type) const { return dialog->list(type); }
+    vl_app::ObjectListCtrl* list(vl_db::EDbType type) const { return dialog->list(type); }
 
     long row(vl_db::EDbType type, const wxString& name) const { return list(type)->FindItem(-1, name); }
 

@@ -1,0 +1,33 @@
+#include "app/common/ErrorMessages.h"
+
+#include <wx/intl.h>
+#include <wx/msgdlg.h>
+
+#include <OdError.h>
+#include <OdStringWx.h>
+
+#include <vantlib/Exception.h>
+
+namespace vl_app {
+
+wxString bimCaption() { return _("BIM"); }
+
+wxString errorText(const std::exception& error) {
+    if (const auto* libraryError = dynamic_cast<const vantlib::Exception*>(&error))
+        return toWx(libraryError->message());
+    if (const auto* sdkError = dynamic_cast<const OdError*>(&error))
+        return toWx(sdkError->description());
+    return wxString::FromUTF8(error.what());
+}
+
+void showError(wxWindow* parent, const std::exception& error, const wxString& context) {
+    const wxString text = errorText(error);
+    wxMessageBox(context.empty() ? text : wxString::Format(context, text), bimCaption(), wxOK | wxICON_ERROR | wxCENTRE,
+                 parent);
+}
+
+void showMessage(wxWindow* parent, const wxString& message, long iconStyle) {
+    wxMessageBox(message, bimCaption(), wxOK | wxCENTRE | iconStyle, parent);
+}
+
+}  // namespace vl_app
