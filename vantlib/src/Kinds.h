@@ -79,7 +79,7 @@ struct KindDescription {
     // Binds the object's own values; the columns of references are bound by the caller.
     void (*bind)(Statement& stmt, const Object& object) = nullptr;
     std::vector<KindReference> references;
-    // Objects that are nothing but a name, shared by name between objects and libraries: a
+    // Objects shared by name between objects and libraries (tags, layers, classes): a
     // reference to a missing one creates it, and a copy reuses the target's object of that
     // name instead of raising a clash.
     bool nameOnly = false;

@@ -199,14 +199,9 @@ uint32_t LibraryStore::resolveNamed(const Object& object, bool* created) {
     }
     uint32_t id = findId(type, name);
     if (id == 0) {
-        requireWritable();
-        Statement& insert = statement(kind.insert);
-        kind.bind(insert, object);
-        insert.run();
-        id = uint32_t(sqlite3_last_insert_rowid(db()));
+        id = writeObject(object, 0);
         if (created)
             *created = true;
-        notifySaved(ObjectKey(type, id), true);
     }
     if (cache)
         cache->emplace(std::move(folded), id);
