@@ -77,7 +77,7 @@ KindDescription customPropertyKind() {
     kind.columns = {"name", "object_type"};
     kind.read = [](const Statement& row, Object& object) {
         int appliesTo = row.integer(2);
-        if (appliesTo != kUnknownObject && appliesTo != kMaterial && appliesTo != kComposition)
+        if (!isCustomPropertyScope(appliesTo))
             return false;
         object.set_name(row.text(1));
         static_cast<CustomProperty&>(object).set_object_type(ObjectType(appliesTo));
@@ -315,5 +315,13 @@ const KindDescription& describeKind(ObjectType type) {
 }
 
 const std::vector<const KindDescription*>& storedKinds() { return registry().ordered; }
+
+bool isCustomPropertyScope(int type) {
+    if (type == kUnknownObject)
+        return true;
+    const KindDescription* kind = type > 0 ? findKind(ObjectType(type)) : nullptr;
+    return kind && std::any_of(kind->references.begin(), kind->references.end(),
+                               [](const KindReference& reference) { return reference.target == kCustomProperty; });
+}
 
 }  // namespace vantlib

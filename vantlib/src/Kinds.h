@@ -108,6 +108,9 @@ struct KindDescription {
 const KindDescription& describeKind(ObjectType type);
 // Null for kinds without a table of their own.
 const KindDescription* findKind(ObjectType type);
+// True when a stored custom property may apply to `type`: any kind (kUnknownObject) or a kind
+// whose objects carry custom values.
+bool isCustomPropertyScope(int type);
 // Every stored kind, in the order of their types.
 const std::vector<const KindDescription*>& storedKinds();
 

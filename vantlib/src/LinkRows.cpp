@@ -72,7 +72,7 @@ void readCustomValues(const LibraryStore& store, ObjectType owner, const std::ve
         if (index == objects.size())
             continue;
         int kind = rows.integer(3);
-        if (kind != kUnknownObject && kind != kMaterial && kind != kComposition) {
+        if (!isCustomPropertyScope(kind)) {
             damaged[index] = true;
             continue;
         }
