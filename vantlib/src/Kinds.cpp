@@ -229,7 +229,8 @@ void derive(KindDescription& kind, const std::map<ObjectType, KindDescription>& 
         parameters.push_back("?" + std::to_string(i + 1));
         assignments.push_back(kind.columns[i] + " = ?" + std::to_string(i + 1));
     }
-    for (const KindReference& reference : kind.references) {
+    for (KindReference& reference : kind.references) {
+        reference.targetNameOnly = all.at(reference.target).nameOnly;
         int parameter = 0;
         if (reference.isColumn()) {
             for (size_t i = 0; i < kind.columns.size(); ++i)
@@ -280,6 +281,8 @@ void derive(KindDescription& kind, const std::map<ObjectType, KindDescription>& 
 struct Registry {
     std::map<ObjectType, KindDescription> kinds;
     std::vector<const KindDescription*> ordered;
+    // Indexed by type, for the lookups on every read and write.
+    std::vector<const KindDescription*> byType;
 
     Registry() {
         for (KindDescription kind : {nameOnlyKind(kTag, "lib_tag", createEmpty<Tag>, true),
@@ -288,9 +291,11 @@ struct Registry {
                                      nameOnlyKind(kCompositionType, "lib_composition_type", createEmpty<CompositionType>, false),
                                      customPropertyKind(), materialKind(), compositionKind()})
             kinds.emplace(kind.type, kind);
+        byType.resize(kinds.rbegin()->first + 1, nullptr);
         for (auto& entry : kinds) {
             derive(entry.second, kinds);
             ordered.push_back(&entry.second);
+            byType[entry.first] = &entry.second;
         }
     }
 };
@@ -303,9 +308,8 @@ const Registry& registry() {
 }  // namespace
 
 const KindDescription* findKind(ObjectType type) {
-    const auto& kinds = registry().kinds;
-    auto it = kinds.find(type);
-    return it == kinds.end() ? nullptr : &it->second;
+    const auto& byType = registry().byType;
+    return type < byType.size() ? byType[type] : nullptr;
 }
 
 const KindDescription& describeKind(ObjectType type) {

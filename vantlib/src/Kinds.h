@@ -58,6 +58,8 @@ struct KindReference {
     void (*set)(Object& owner, const QcSmartPtr<Object>& target) = nullptr;
     // Link references: their rows.
     const LinkRows* links = nullptr;
+    // Derived: the target kind is shared by name (KindDescription::nameOnly).
+    bool targetNameOnly = false;
 
     bool isColumn() const { return links == nullptr; }
 };

@@ -12,12 +12,11 @@ ReferenceIds LibraryStore::resolveReferences(const KindDescription& kind, const 
     std::vector<const Object*> targets;
     for (size_t r = 0; r < kind.references.size(); ++r) {
         const KindReference& reference = kind.references[r];
-        const bool shared = describeKind(reference.target).nameOnly;
         targets.clear();
         reference.collect(object, targets);
         for (const Object* target : targets) {
             uint32_t id = 0;
-            if (shared) {
+            if (reference.targetNameOnly) {
                 // A column reference without a name is no reference; a link needs one.
                 if (!reference.isColumn() || !target->name().isEmpty())
                     id = resolveNamed(*target);
