@@ -200,6 +200,34 @@ TEST_F(LibraryTest, CriteriaSelectByNameClassTagsAndBaseType) {
     EXPECT_EQ(3u, tags.size());
 }
 
+TEST_F(LibraryTest, ContainsSearchTakesLongTextsAndWildcardsLiterally) {
+    const std::wstring percents(25000, L'%');
+    auto wildcards = library->save(Material::create(OdString(L"Odd " + percents + L" name")));
+    library->save(Material::create(W("Plain")));
+    library->save(Composition::create(W("Wall")));
+
+    std::vector<QcSmartPtr<Material>> found;
+    library->get(found, StringCriteria().contains(OdString(percents)));
+    ASSERT_EQ(1u, found.size());
+    EXPECT_EQ(wildcards->id(), found[0]->id());
+    MaterialCriteria byName;
+    byName.name.contains(OdString(std::wstring(25000, L'_')));
+    library->get(found, byName);
+    EXPECT_TRUE(found.empty());
+    byName.name.contains(OdString(L"ODD " + percents));
+    library->get(found, byName);
+    EXPECT_EQ(1u, found.size()) << "letter case is ignored as in names";
+
+    std::vector<QcSmartPtr<Composition>> compositions;
+    CompositionCriteria longText;
+    longText.name.contains(OdString(std::wstring(50000, L'a')));
+    library->get(compositions, longText);
+    EXPECT_TRUE(compositions.empty());
+    std::vector<QcSmartPtr<Tag>> tags;
+    library->get(tags, StringCriteria().contains(OdString(std::wstring(60000, L'x'))));
+    EXPECT_TRUE(tags.empty());
+}
+
 TEST_F(LibraryTest, CompositionKeepsPliesAndRefusesForeignMaterials) {
     auto brick = library->save(sampleMaterial(W("Brick")));
     auto wool = library->save(Material::create(W("Mineral wool")));

@@ -15,12 +15,28 @@ class Copier {
 public:
     Copier(LibraryStore& target, IdMapping& mapping) : m_target(target), m_mapping(mapping) {}
 
-    uint32_t copy(const QcSmartPtr<Object>& object, bool primary) {
-        switch (object->objectType()) {
-        case kMaterial: return copyMaterial(static_cast<const Material&>(*object), primary);
-        case kComposition: return copyComposition(static_cast<const Composition&>(*object), primary);
-        default: return copyNamed(*object);
+    // Copies an object with what it refers to and returns its id in the target. Objects of
+    // name-only kinds are shared by name; others are decided on (clash) before anything they
+    // refer to is copied, so a skipped object brings nothing along.
+    uint32_t copy(const Object& object, bool primary) {
+        const KindDescription& kind = describeKind(object.objectType());
+        if (kind.nameOnly)
+            return copyNamed(object);
+        uint32_t id = 0;
+        if (known(object.key(), id))
+            return id;
+        Decision decision = decide(object);
+        if (decision.action == kSaveSkip)
+            return skip(object, decision.clash);
+        ReferenceIds referenceIds(kind.references.size());
+        std::vector<const Object*> targets;
+        for (size_t r = 0; r < kind.references.size(); ++r) {
+            targets.clear();
+            kind.references[r].collect(object, targets);
+            for (const Object* target : targets)
+                referenceIds[r].push_back(copy(*target, false));
         }
+        return write(object, decision, referenceIds, primary);
     }
 
 private:
@@ -32,69 +48,19 @@ private:
         return true;
     }
 
-    // Tags, layers, classes, composition types and custom properties are shared by name:
-    // the target's object of the same name is used as it is.
+    // The target's object of the same name is used as it is.
     uint32_t copyNamed(const Object& object) {
         uint32_t id = 0;
         if (object.id() != 0 && known(object.key(), id))
             return id;
-        ObjectType propertyKind = object.objectType() == kCustomProperty
-                                      ? static_cast<const CustomProperty&>(object).object_type()
-                                      : kUnknownObject;
         bool created = false;
-        id = m_target.resolveNamed(object.objectType(), object.name(), &created, propertyKind);
+        id = m_target.resolveNamed(object, &created);
         if (object.id() != 0)
             m_mapping.set(object.key(), IdMapping::Value{id, created ? IdMapping::kCopied : IdMapping::kReused});
         return id;
     }
 
-    void copyAnnotations(const AnnotatedObject& object) {
-        for (const auto& tag : object.tags())
-            copyNamed(*tag);
-        for (const auto& value : object.custom_values())
-            copyNamed(*value.property);
-    }
-
-    uint32_t copyMaterial(const Material& material, bool primary) {
-        uint32_t id = 0;
-        if (known(material.key(), id))
-            return id;
-        Decision decision = decide(material);
-        if (decision.action == kSaveSkip)
-            return skip(material, decision.clash);
-        if (material.material_type())
-            copyNamed(*material.material_type());
-        if (const BimAsset* bim = material.bim_asset()) {
-            if (bim->layer())
-                copyNamed(*bim->layer());
-            if (bim->layer_elevation())
-                copyNamed(*bim->layer_elevation());
-        }
-        copyAnnotations(material);
-        return write(material, decision, nullptr, primary);
-    }
-
-    uint32_t copyComposition(const Composition& composition, bool primary) {
-        uint32_t id = 0;
-        if (known(composition.key(), id))
-            return id;
-        Decision decision = decide(composition);
-        if (decision.action == kSaveSkip)
-            return skip(composition, decision.clash);
-        std::vector<uint32_t> plyMaterials;
-        for (const Ply& ply : composition.plies())
-            plyMaterials.push_back(copyMaterial(*ply.material(), false));
-        if (composition.composition_type())
-            copyNamed(*composition.composition_type());
-        if (composition.layer())
-            copyNamed(*composition.layer());
-        copyAnnotations(composition);
-        return write(composition, decision, &plyMaterials, primary);
-    }
-
-    // What to do with an incoming material or composition: ask the reactor when its name is
-    // taken. Decided before anything it depends on is copied, so a skipped object brings
-    // nothing along.
+    // What to do with an incoming object: ask the reactor when its name is taken.
     struct Decision {
         SaveResolution action = kSaveOverwrite;
         uint32_t clash = 0;
@@ -134,14 +100,14 @@ private:
         return existingId;
     }
 
-    uint32_t write(const Object& object, const Decision& decision, const std::vector<uint32_t>* plyMaterials, bool primary) {
+    uint32_t write(const Object& object, const Decision& decision, const ReferenceIds& referenceIds, bool primary) {
         IdMapping::Value result;
         if (decision.clash == 0)
-            result = {m_target.writeObject(object, 0, plyMaterials), IdMapping::kCopied};
+            result = {m_target.writeObject(object, 0, &referenceIds), IdMapping::kCopied};
         else if (decision.action == kSaveOverwrite)
-            result = {m_target.writeObject(object, decision.clash, plyMaterials), IdMapping::kOverwritten};
+            result = {m_target.writeObject(object, decision.clash, &referenceIds), IdMapping::kOverwritten};
         else
-            result = {m_target.writeObject(*decision.renamed, 0, plyMaterials), IdMapping::kRenamed};
+            result = {m_target.writeObject(*decision.renamed, 0, &referenceIds), IdMapping::kRenamed};
         m_mapping.set(object.key(), result);
         if (primary)
             if (Library::Reactor* r = m_target.reactor())
@@ -182,7 +148,7 @@ void LibraryStore::copyFrom(const std::shared_ptr<const Library>& source, const 
                 IdMapping kept = mapping;
                 try {
                     WriteScope scope(*this);
-                    copier.copy(object, true);
+                    copier.copy(*object, true);
                     scope.commit();
                 } catch (...) {
                     mapping = kept;
@@ -192,7 +158,7 @@ void LibraryStore::copyFrom(const std::shared_ptr<const Library>& source, const 
         } else {
             WriteScope scope(*this);
             for (const auto& object : objects)
-                copier.copy(object, true);
+                copier.copy(*object, true);
             scope.commit();
         }
     } catch (...) {

@@ -3,6 +3,7 @@
 
 #include <vantlib/Exception.h>
 
+#include "Kinds.h"
 #include "LibraryFile.h"
 #include "Statement.h"
 #include "Text.h"
@@ -20,6 +21,22 @@ void collect(sqlite3* db, const char* sql, std::vector<OdString>& problems, cons
         OdString c = columns > 2 ? stmt.text(2) : OdString();
         problems.push_back(OdString::formatted(format, a.c_str(), b.c_str(), c.c_str()));
     }
+}
+
+// Rows of a link table keyed by (object_type, object_id) whose object is missing or of a kind
+// that has no such rows.
+std::string orphanedLinkRows(const std::string& linkTable) {
+    std::string missing, kinds;
+    for (const KindDescription* kind : storedKinds())
+        for (const KindReference& reference : kind->references)
+            if (reference.table == linkTable) {
+                const std::string type = std::to_string(unsigned(kind->type));
+                missing += "(l.object_type = " + type + " AND NOT EXISTS (SELECT 1 FROM " + kind->table +
+                           " WHERE id = l.object_id)) OR ";
+                kinds += (kinds.empty() ? "" : ", ") + type;
+            }
+    return "SELECT l.object_type, l.object_id, '' FROM " + linkTable + " l WHERE " + missing + "l.object_type NOT IN (" +
+           kinds + ")";
 }
 
 }  // namespace
@@ -44,18 +61,10 @@ std::vector<OdString> checkIntegrity(const OdString& path) {
                 "SELECT \"table\", CASE WHEN rowid IS NULL THEN 'has a row that' ELSE 'row ' || rowid END,"
                 " parent FROM pragma_foreign_key_check WHERE \"table\" LIKE 'lib\\_%' ESCAPE '\\'",
                 problems, L"Table %ls %ls refers to a missing row of %ls");
-        collect(db,
-                "SELECT ot.object_type, ot.object_id, '' FROM lib_object_tag ot WHERE"
-                " (ot.object_type = 4 AND NOT EXISTS (SELECT 1 FROM lib_material WHERE id = ot.object_id))"
-                " OR (ot.object_type = 5 AND NOT EXISTS (SELECT 1 FROM lib_composition WHERE id = ot.object_id))"
-                " OR ot.object_type NOT IN (4, 5)",
-                problems, L"A tag is attached to a missing object of kind %ls, id %ls%ls");
-        collect(db,
-                "SELECT cv.object_type, cv.object_id, '' FROM lib_custom_value cv WHERE"
-                " (cv.object_type = 4 AND NOT EXISTS (SELECT 1 FROM lib_material WHERE id = cv.object_id))"
-                " OR (cv.object_type = 5 AND NOT EXISTS (SELECT 1 FROM lib_composition WHERE id = cv.object_id))"
-                " OR cv.object_type NOT IN (4, 5)",
-                problems, L"A custom value belongs to a missing object of kind %ls, id %ls%ls");
+        collect(db, orphanedLinkRows("lib_object_tag").c_str(), problems,
+                L"A tag is attached to a missing object of kind %ls, id %ls%ls");
+        collect(db, orphanedLinkRows("lib_custom_value").c_str(), problems,
+                L"A custom value belongs to a missing object of kind %ls, id %ls%ls");
         collect(db,
                 "SELECT cv.object_id, p.name, cv.object_type FROM lib_custom_value cv JOIN lib_custom_property p"
                 " ON p.id = cv.property_id WHERE p.object_type <> 0 AND p.object_type <> cv.object_type",

@@ -146,18 +146,23 @@ LibraryStore::ReadScope::~ReadScope() {
     }
 }
 
-void LibraryStore::clearNameCaches() {
-    for (auto& cache : m_nameCache)
-        cache.clear();
+void LibraryStore::clearNameCaches() { m_nameCaches.clear(); }
+
+void LibraryStore::forgetName(ObjectType type, uint32_t id) {
+    auto cache = m_nameCaches.find(type);
+    if (cache == m_nameCaches.end())
+        return;
+    for (auto it = cache->second.begin(); it != cache->second.end(); ++it)
+        if (it->second == id) {
+            cache->second.erase(it);
+            return;
+        }
 }
 
 // ---- Names
 
 uint32_t LibraryStore::findId(ObjectType type, const OdString& name, uint32_t exceptId) const {
-    const char* table = tableOf(type);
-    if (!table)
-        throw ConsistencyError(OdString::formatted(L"Objects of kind %u are not stored in libraries", unsigned(type)));
-    Statement& stmt = statement(std::string("SELECT id FROM ") + table + " WHERE name = ?1 AND id <> ?2");
+    Statement& stmt = statement(describeKind(type).findByName);
     stmt.bind(1, name).bind(2, exceptId);
     uint32_t id = stmt.step() ? stmt.id(0) : 0;
     stmt.reset();
@@ -165,21 +170,26 @@ uint32_t LibraryStore::findId(ObjectType type, const OdString& name, uint32_t ex
 }
 
 bool LibraryStore::exists(ObjectType type, uint32_t id) const {
-    const char* table = tableOf(type);
-    if (!table)
+    const KindDescription* kind = findKind(type);
+    if (!kind)
         return false;
-    Statement& stmt = statement(std::string("SELECT 1 FROM ") + table + " WHERE id = ?1");
+    Statement& stmt = statement(kind->exists);
     bool found = stmt.bind(1, id).step();
     stmt.reset();
     return found;
 }
 
-uint32_t LibraryStore::resolveNamed(ObjectType type, const OdString& name, bool* created, ObjectType propertyKind) {
+uint32_t LibraryStore::resolveNamed(const Object& object, bool* created) {
+    ObjectType type = object.objectType();
+    const KindDescription& kind = describeKind(type);
+    if (!kind.nameOnly)
+        throw ConsistencyError(OdString::formatted(L"Objects of kind %u are not shared by name", unsigned(type)));
+    const OdString& name = object.name();
     if (name.isEmpty())
         throw ConsistencyError(OdString::formatted(L"A referenced object of kind %u has no name", unsigned(type)));
     if (created)
         *created = false;
-    std::unordered_map<std::wstring, uint32_t>* cache = type < 8 && m_depth > 0 ? &m_nameCache[type] : nullptr;
+    std::unordered_map<std::wstring, uint32_t>* cache = m_depth > 0 ? &m_nameCaches[type] : nullptr;
     std::wstring folded;
     if (cache) {
         folded = foldCase(name);
@@ -189,16 +199,9 @@ uint32_t LibraryStore::resolveNamed(ObjectType type, const OdString& name, bool*
     }
     uint32_t id = findId(type, name);
     if (id == 0) {
-        requireWritable();
-        if (type == kCustomProperty) {
-            statement("INSERT INTO lib_custom_property(name, object_type) VALUES (?1, ?2)").bind(1, name).bind(2, unsigned(propertyKind)).run();
-        } else {
-            statement(std::string("INSERT INTO ") + tableOf(type) + "(name) VALUES (?1)").bind(1, name).run();
-        }
-        id = uint32_t(sqlite3_last_insert_rowid(db()));
+        id = writeObject(object, 0);
         if (created)
             *created = true;
-        notifySaved(ObjectKey(type, id), true);
     }
     if (cache)
         cache->emplace(std::move(folded), id);

@@ -18,6 +18,7 @@
 #include <vantlib/Library.h>
 #include <vantlib/Reactor.h>
 
+#include "Kinds.h"
 #include "Statement.h"
 
 namespace vantlib {
@@ -89,10 +90,9 @@ public:
     // Id of the object of that kind and name (case-insensitive), 0 when none.
     uint32_t findId(ObjectType type, const OdString& name, uint32_t exceptId = 0) const;
     bool exists(ObjectType type, uint32_t id) const;
-    // Id of the name-only object (tag, layer, material type, composition type, custom
-    // property) of that name, created when missing. `created` tells which happened.
-    uint32_t resolveNamed(ObjectType type, const OdString& name, bool* created = nullptr,
-                          ObjectType propertyKind = kUnknownObject);
+    // Id of the object of a name-only kind that has the name of `object`, stored as a copy of
+    // `object` when missing. `created` tells which happened.
+    uint32_t resolveNamed(const Object& object, bool* created = nullptr);
 
     // ---- Reading (ReadObjects.cpp)
     QcSmartPtr<Object> loadById(ObjectType type, uint32_t id) const;
@@ -108,8 +108,13 @@ public:
     // tells that the clash was answered with skip and the existing object was returned.
     QcSmartPtr<Object> saveObject(const Object& object, bool* skipped = nullptr);
     // Writes the row(s) of an object whose name is known to be free (or which overwrites
-    // `targetId`); references are resolved by name. Returns the id.
-    uint32_t writeObject(const Object& object, uint32_t targetId, const std::vector<uint32_t>* plyMaterialIds = nullptr);
+    // `targetId`). References come from `referenceIds` when given (a copy has resolved them),
+    // else from resolveReferences. Returns the id.
+    uint32_t writeObject(const Object& object, uint32_t targetId, const ReferenceIds* referenceIds = nullptr);
+    // The ids in this library of what `object` refers to: name-only objects by name (created
+    // when missing), other objects by id when they belong to this library, else by name; those
+    // must exist.
+    ReferenceIds resolveReferences(const KindDescription& kind, const Object& object);
     Library::RemoveResult removeObject(ObjectType type, uint32_t id);
     bool isReferenced(ObjectType type, uint32_t id) const;
     unsigned purge(ObjectType type);
@@ -124,6 +129,7 @@ public:
 
 private:
     void clearNameCaches();
+    void forgetName(ObjectType type, uint32_t id);
     std::string savepointName() const;
     // Undoes the innermost level without telling the reactor.
     void rollbackLevel();
@@ -138,9 +144,9 @@ private:
     std::weak_ptr<Library> m_self;
     Library* m_owner = nullptr;
     unsigned m_depth = 0;
-    // Name -> id of the small kinds, filled while a write transaction is open (nobody else
+    // Name -> id per name-only kind, filled while a write transaction is open (nobody else
     // can change the file then) and dropped when it ends or rolls back.
-    std::unordered_map<std::wstring, uint32_t> m_nameCache[8];
+    std::unordered_map<uint32_t, std::unordered_map<std::wstring, uint32_t>> m_nameCaches;
 };
 
 // Sorted, duplicate-free ids as a JSON array, for "IN (SELECT value FROM json_each(?))".

@@ -8,49 +8,19 @@
 
 namespace vantlib {
 
-const char* const kMaterialSelect =
-    "SELECT m.id, m.name, m.description, m.comments, m.class_id, m.appearance,"
-    " m.sect_type, m.sect_name, m.sect_scale, m.sect_space, m.sect_angle, m.sect_cross, m.sect_annotative, m.sect_background,"
-    " m.elev_type, m.elev_name, m.elev_scale, m.elev_space, m.elev_angle, m.elev_cross, m.elev_annotative, m.elev_background,"
-    " m.has_bim, m.sect_layer_id, m.elev_layer_id, m.default_function, m.thicknesses, m.variable_thickness,"
-    " m.union_elevation, m.union_section,"
-    " m.has_info, m.classification, m.unique_code, m.cost, m.keynote, m.label, m.manufacturer, m.mark, m.model, m.url,"
-    " m.has_physical, m.density, m.density_unit, m.conductivity, m.conductivity_unit, m.specific_heat, m.specific_heat_unit,"
-    " c.name, sl.name, el.name"
-    " FROM lib_material m"
-    " LEFT JOIN lib_material_type c ON c.id = m.class_id"
-    " LEFT JOIN lib_layer sl ON sl.id = m.sect_layer_id"
-    " LEFT JOIN lib_layer el ON el.id = m.elev_layer_id";
-
-#define VL_MATERIAL_COLUMNS                                                                                        \
-    "name, description, comments, class_id, appearance,"                                                          \
-    " sect_type, sect_name, sect_scale, sect_space, sect_angle, sect_cross, sect_annotative, sect_background,"    \
-    " elev_type, elev_name, elev_scale, elev_space, elev_angle, elev_cross, elev_annotative, elev_background,"    \
-    " has_bim, sect_layer_id, elev_layer_id, default_function, thicknesses, variable_thickness,"                  \
-    " union_elevation, union_section,"                                                                            \
-    " has_info, classification, unique_code, cost, keynote, label, manufacturer, mark, model, url,"               \
-    " has_physical, density, density_unit, conductivity, conductivity_unit, specific_heat, specific_heat_unit"
-
-const char* const kMaterialInsert =
-    "INSERT INTO lib_material(" VL_MATERIAL_COLUMNS ") VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10,"
-    " ?11, ?12, ?13, ?14, ?15, ?16, ?17, ?18, ?19, ?20, ?21, ?22, ?23, ?24, ?25, ?26, ?27, ?28, ?29, ?30,"
-    " ?31, ?32, ?33, ?34, ?35, ?36, ?37, ?38, ?39, ?40, ?41, ?42, ?43, ?44, ?45, ?46)";
-
-const char* const kMaterialUpdate =
-    "UPDATE lib_material SET (" VL_MATERIAL_COLUMNS ") = (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10,"
-    " ?11, ?12, ?13, ?14, ?15, ?16, ?17, ?18, ?19, ?20, ?21, ?22, ?23, ?24, ?25, ?26, ?27, ?28, ?29, ?30,"
-    " ?31, ?32, ?33, ?34, ?35, ?36, ?37, ?38, ?39, ?40, ?41, ?42, ?43, ?44, ?45, ?46) WHERE id = ?47";
+const std::vector<std::string>& materialColumns() {
+    static const std::vector<std::string> columns = {
+        "name", "description", "comments", "class_id", "appearance",
+        "sect_type", "sect_name", "sect_scale", "sect_space", "sect_angle", "sect_cross", "sect_annotative", "sect_background",
+        "elev_type", "elev_name", "elev_scale", "elev_space", "elev_angle", "elev_cross", "elev_annotative", "elev_background",
+        "has_bim", "sect_layer_id", "elev_layer_id", "default_function", "thicknesses", "variable_thickness",
+        "union_elevation", "union_section",
+        "has_info", "classification", "unique_code", "cost", "keynote", "label", "manufacturer", "mark", "model", "url",
+        "has_physical", "density", "density_unit", "conductivity", "conductivity_unit", "specific_heat", "specific_heat_unit"};
+    return columns;
+}
 
 namespace {
-
-template <class T>
-QcSmartPtr<T> namedRef(const Statement& row, int idColumn, int nameColumn, const std::weak_ptr<Library>& library) {
-    if (row.isNull(idColumn) || row.isNull(nameColumn))
-        return QcSmartPtr<T>();
-    QcSmartPtr<T> object = T::create(row.text(nameColumn));
-    LibraryAccess::bind(*object, row.id(idColumn), library);
-    return object;
-}
 
 bool readPattern(const Statement& row, int first, Pattern& pattern) {
     int type = row.integer(first);
@@ -93,12 +63,11 @@ void bindOptionalReal(Statement& stmt, int index, bool present, double value) {
 
 }  // namespace
 
-bool readMaterialRow(const Statement& row, Material& material, const std::weak_ptr<Library>& library) {
-    LibraryAccess::bind(material, row.id(0), library);
+bool readMaterialRow(const Statement& row, Object& object) {
+    Material& material = static_cast<Material&>(object);
     material.set_name(row.text(1));
     material.set_description(row.text(2));
     material.set_comments(row.text(3));
-    material.set_type(namedRef<MaterialType>(row, 4, 47, library));
     material.set_appearance(row.text(5));
     if (!readPattern(row, 6, material.section_pattern()) || !readPattern(row, 14, material.elevation_pattern()))
         return false;
@@ -107,8 +76,6 @@ bool readMaterialRow(const Statement& row, Material& material, const std::weak_p
         if (function < int(kFunctionNone) || function > int(kFunctionMembrane))
             return false;
         BimAsset* bim = material.bim_asset(true);
-        bim->set_layer(namedRef<Layer>(row, 23, 48, library));
-        bim->set_layer_elevation(namedRef<Layer>(row, 24, 49, library));
         bim->set_default_function(MaterialFunction(function));
         bim->set_thicknesses(thicknessesFromText(row.utf8(26)));
         bim->set_variable_thickness(row.boolean(27));
@@ -140,18 +107,16 @@ bool readMaterialRow(const Statement& row, Material& material, const std::weak_p
     return true;
 }
 
-void bindMaterialRow(Statement& stmt, const Material& material, const MaterialRefs& refs) {
+void bindMaterialRow(Statement& stmt, const Object& object) {
+    const Material& material = static_cast<const Material&>(object);
     stmt.bind(1, material.name())
         .bind(2, material.description())
         .bind(3, material.comments())
-        .bindRef(4, refs.classId)
         .bind(5, material.appearance());
     bindPattern(stmt, 6, material.section_pattern());
     bindPattern(stmt, 14, material.elevation_pattern());
     const BimAsset* bim = material.bim_asset();
     stmt.bind(22, int(bim != nullptr))
-        .bindRef(23, refs.sectionLayerId)
-        .bindRef(24, refs.elevationLayerId)
         .bind(25, unsigned(bim ? bim->default_function() : kFunctionNone))
         .bind(26, bim ? thicknessesToText(bim->thicknesses()) : std::string())
         .bind(27, int(bim && bim->variable_thickness()))
@@ -179,42 +144,30 @@ void bindMaterialRow(Statement& stmt, const Material& material, const MaterialRe
     stmt.bind(46, p.specific_heat().unit);
 }
 
-const char* const kCompositionSelect =
-    "SELECT k.id, k.name, k.description, k.comments, k.base_type, k.type_id, k.layer_id, k.variable_ply, k.variable_min,"
-    " ct.name, ly.name"
-    " FROM lib_composition k"
-    " LEFT JOIN lib_composition_type ct ON ct.id = k.type_id"
-    " LEFT JOIN lib_layer ly ON ly.id = k.layer_id";
+const std::vector<std::string>& compositionColumns() {
+    static const std::vector<std::string> columns = {"name",    "description", "comments",     "base_type",
+                                                     "type_id", "layer_id",    "variable_ply", "variable_min"};
+    return columns;
+}
 
-const char* const kCompositionInsert =
-    "INSERT INTO lib_composition(name, description, comments, base_type, type_id, layer_id, variable_ply, variable_min)"
-    " VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)";
-
-const char* const kCompositionUpdate =
-    "UPDATE lib_composition SET (name, description, comments, base_type, type_id, layer_id, variable_ply, variable_min)"
-    " = (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8) WHERE id = ?9";
-
-bool readCompositionRow(const Statement& row, Composition& composition, const std::weak_ptr<Library>& library) {
-    LibraryAccess::bind(composition, row.id(0), library);
+bool readCompositionRow(const Statement& row, Object& object) {
+    Composition& composition = static_cast<Composition&>(object);
     composition.set_name(row.text(1));
     composition.set_description(row.text(2));
     composition.set_comments(row.text(3));
     composition.set_base_type(Composition::Type(row.int64(4)));
-    composition.set_type(namedRef<CompositionType>(row, 5, 9, library));
-    composition.set_layer(namedRef<Layer>(row, 6, 10, library));
     // The variable ply index is checked once the plies are attached.
     LibraryAccess::setVariablePlyRaw(composition, row.integer(7));
     composition.set_variable_ply_min_thickness(row.real(8));
     return true;
 }
 
-void bindCompositionRow(Statement& stmt, const Composition& composition, const CompositionRefs& refs) {
+void bindCompositionRow(Statement& stmt, const Object& object) {
+    const Composition& composition = static_cast<const Composition&>(object);
     stmt.bind(1, composition.name())
         .bind(2, composition.description())
         .bind(3, composition.comments())
         .bind(4, unsigned(composition.type()))
-        .bindRef(5, refs.typeId)
-        .bindRef(6, refs.layerId)
         .bind(7, composition.variable_ply())
         .bind(8, composition.variable_ply_min_thickness());
 }

@@ -1,7 +1,10 @@
 #pragma once
-// Column layout of the material and composition rows, shared by reading and writing.
-#include <memory>
+// Column layout of the material and composition rows, shared by reading and writing through
+// their kind descriptions (Kinds.cpp). Columns holding references are bound and read by the
+// generic code; these functions handle the object's own values.
+#include <set>
 #include <string>
+#include <vector>
 
 #include <vantlib/Composition.h>
 #include <vantlib/Material.h>
@@ -10,38 +13,18 @@
 
 namespace vantlib {
 
-// SELECT of a material row with the names of its class and layers; ends with the FROM and
-// joins, so a WHERE clause may follow (table alias m, class alias c).
-extern const char* const kMaterialSelect;
-// INSERT / UPDATE binding the columns 1..kMaterialColumns (UPDATE binds the id last).
-extern const char* const kMaterialInsert;
-extern const char* const kMaterialUpdate;
-constexpr int kMaterialColumns = 46;
-
-struct MaterialRefs {
-    uint32_t classId = 0;
-    uint32_t sectionLayerId = 0;
-    uint32_t elevationLayerId = 0;
-};
-
+// Written columns of a material, in bind order (class_id, sect_layer_id and elev_layer_id
+// are references).
+const std::vector<std::string>& materialColumns();
 // Fills a material from the current row; false when the row holds values this version
 // cannot represent (the caller reports it and leaves it out).
-bool readMaterialRow(const Statement& row, Material& material, const std::weak_ptr<Library>& library);
-void bindMaterialRow(Statement& stmt, const Material& material, const MaterialRefs& refs);
+bool readMaterialRow(const Statement& row, Object& material);
+void bindMaterialRow(Statement& stmt, const Object& material);
 
-// Composition rows (alias k, composition type alias ct).
-extern const char* const kCompositionSelect;
-extern const char* const kCompositionInsert;
-extern const char* const kCompositionUpdate;
-constexpr int kCompositionColumns = 8;
-
-struct CompositionRefs {
-    uint32_t typeId = 0;
-    uint32_t layerId = 0;
-};
-
-bool readCompositionRow(const Statement& row, Composition& composition, const std::weak_ptr<Library>& library);
-void bindCompositionRow(Statement& stmt, const Composition& composition, const CompositionRefs& refs);
+// Written columns of a composition (type_id and layer_id are references).
+const std::vector<std::string>& compositionColumns();
+bool readCompositionRow(const Statement& row, Object& composition);
+void bindCompositionRow(Statement& stmt, const Object& composition);
 
 std::string thicknessesToText(const std::set<double>& values);
 std::set<double> thicknessesFromText(const std::string& text);

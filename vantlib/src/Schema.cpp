@@ -129,17 +129,4 @@ bool hasLibraryTables(sqlite3* db) {
 
 int schemaVersion(sqlite3* db) { return queryInt(db, "PRAGMA user_version"); }
 
-const char* tableOf(unsigned objectType) {
-    switch (objectType) {
-    case kTag: return "lib_tag";
-    case kLayer: return "lib_layer";
-    case kMaterialType: return "lib_material_type";
-    case kCompositionType: return "lib_composition_type";
-    case kCustomProperty: return "lib_custom_property";
-    case kMaterial: return "lib_material";
-    case kComposition: return "lib_composition";
-    default: return nullptr;
-    }
-}
-
 }  // namespace vantlib

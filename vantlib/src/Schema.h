@@ -16,7 +16,4 @@ void migrateSchema(sqlite3* db, int fromVersion);
 bool hasLibraryTables(sqlite3* db);
 int schemaVersion(sqlite3* db);
 
-// SQL table of a stored kind; nullptr for kinds without a table of their own.
-const char* tableOf(unsigned objectType);
-
 }  // namespace vantlib

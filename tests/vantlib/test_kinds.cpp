@@ -1,0 +1,286 @@
+// Every stored kind through the same checks, by object type only, so that what runs is the
+// kind's description: written and read back with its references, copied with what it refers
+// to, refused removal while referred to, purged when nothing refers to it.
+#include "support.h"
+
+#include <sstream>
+
+#include "Kinds.h"
+#include "LibraryStore.h"
+
+using namespace vltest;
+
+namespace {
+
+// What a test knows of one kind, written by hand (not taken from the description).
+struct KindCase {
+    ObjectType type;
+    const char* label;
+    // A new object of the kind referring to everything its kind can refer to; what it needs
+    // that is not shared by name is stored in `library` first.
+    QcSmartPtr<Object> (*make)(Library& library, const OdString& name);
+    // The object's values and the names of what it refers to, for comparisons.
+    std::string (*summary)(const Object& object);
+    // Stores an object of another kind that refers to `target`; null when no kind refers to
+    // objects of this one.
+    ObjectKey (*referTo)(Library& library, const Object& target);
+};
+
+void PrintTo(const KindCase& kind, std::ostream* out) { *out << kind.label; }
+
+std::string text(const OdString& value) { return value.toUtf8(); }
+
+std::string nameOf(const Object* object) { return object ? text(object->name()) : std::string("-"); }
+
+std::string annotations(const AnnotatedObject& object) {
+    std::ostringstream out;
+    out << " '" << text(object.description()) << "' tags";
+    for (const auto& tag : object.tags())
+        out << ' ' << text(tag->name());
+    out << " values";
+    for (const auto& value : object.custom_values())
+        out << ' ' << text(value.property->name()) << '(' << value.property->object_type() << ")=" << text(value.value);
+    return out.str();
+}
+
+std::string nameSummary(const Object& object) { return text(object.name()); }
+
+std::string propertySummary(const Object& object) {
+    return text(object.name()) + " for " + std::to_string(static_cast<const CustomProperty&>(object).object_type());
+}
+
+std::string materialSummary(const Object& object) {
+    const Material& material = static_cast<const Material&>(object);
+    std::ostringstream out;
+    out << text(material.name()) << " class " << nameOf(material.material_type().get());
+    if (const BimAsset* bim = material.bim_asset())
+        out << " layers " << nameOf(bim->layer().get()) << '/' << nameOf(bim->layer_elevation().get());
+    out << annotations(material);
+    return out.str();
+}
+
+std::string compositionSummary(const Object& object) {
+    const Composition& composition = static_cast<const Composition&>(object);
+    std::ostringstream out;
+    out << text(composition.name()) << " type " << nameOf(composition.composition_type().get()) << " layer "
+        << nameOf(composition.layer().get()) << " plies";
+    for (const Ply& ply : composition.plies())
+        out << ' ' << materialSummary(*ply.material()) << ':' << ply.thickness() << ':' << ply.function();
+    out << annotations(composition);
+    return out.str();
+}
+
+template <class T>
+QcSmartPtr<Object> named(Library&, const OdString& name) {
+    return QcSmartPtr<Object>(T::create(name).get());
+}
+
+QcSmartPtr<Object> makeProperty(Library&, const OdString& name) {
+    return QcSmartPtr<Object>(CustomProperty::create(name, kMaterial).get());
+}
+
+QcSmartPtr<Object> makeMaterial(Library&, const OdString& name) {
+    QcSmartPtr<Material> material = sampleMaterial(name);
+    material->bim_asset()->set_layer_elevation(Layer::create(W("A-ELEV")));
+    return QcSmartPtr<Object>(material.get());
+}
+
+QcSmartPtr<Object> makeComposition(Library& library, const OdString& name) {
+    QcSmartPtr<Material> ply = library.get<Material>(NameKey(name + L" ply"));
+    if (!ply)
+        ply = library.save(sampleMaterial(name + L" ply"));
+    QcSmartPtr<Composition> composition = sampleComposition(name, {ply, ply});
+    composition->set_layer(Layer::create(W("A-WALL")));
+    composition->set_custom_value(CustomProperty::create(W("U value"), kComposition), W("0.24"));
+    return QcSmartPtr<Object>(composition.get());
+}
+
+// Referrers: a material or composition using the target by name (or, for a material, as ply).
+ObjectKey savedMaterial(Library& library, const QcSmartPtr<Material>& material) {
+    return library.save(material)->key();
+}
+
+ObjectKey tagReferrer(Library& library, const Object& target) {
+    QcSmartPtr<Material> material = Material::create(W("Uses tag"));
+    material->add_tag(target.name());
+    return savedMaterial(library, material);
+}
+
+ObjectKey layerReferrer(Library& library, const Object& target) {
+    QcSmartPtr<Composition> composition = Composition::create(W("Uses layer"));
+    composition->set_layer(Layer::create(target.name()));
+    return library.save(composition)->key();
+}
+
+ObjectKey classReferrer(Library& library, const Object& target) {
+    QcSmartPtr<Material> material = Material::create(W("Uses class"));
+    material->set_type(MaterialType::create(target.name()));
+    return savedMaterial(library, material);
+}
+
+ObjectKey compositionTypeReferrer(Library& library, const Object& target) {
+    QcSmartPtr<Composition> composition = Composition::create(W("Uses type"));
+    composition->set_type(CompositionType::create(target.name()));
+    return library.save(composition)->key();
+}
+
+ObjectKey propertyReferrer(Library& library, const Object& target) {
+    QcSmartPtr<Material> material = Material::create(W("Uses property"));
+    material->set_custom_value(CustomProperty::create(target.name(), kMaterial), W("x"));
+    return savedMaterial(library, material);
+}
+
+ObjectKey plyReferrer(Library& library, const Object& target) {
+    QcSmartPtr<Material> material = library.get<Material>(target.id());
+    return library.save(sampleComposition(W("Uses material"), {material}))->key();
+}
+
+const std::vector<KindCase>& kindCases() {
+    static const std::vector<KindCase> cases = {
+        {kTag, "Tag", named<Tag>, nameSummary, tagReferrer},
+        {kLayer, "Layer", named<Layer>, nameSummary, layerReferrer},
+        {kMaterialType, "MaterialType", named<MaterialType>, nameSummary, classReferrer},
+        {kMaterial, "Material", makeMaterial, materialSummary, plyReferrer},
+        {kComposition, "Composition", makeComposition, compositionSummary, nullptr},
+        {kCompositionType, "CompositionType", named<CompositionType>, nameSummary, compositionTypeReferrer},
+        {kCustomProperty, "CustomProperty", makeProperty, propertySummary, propertyReferrer},
+    };
+    return cases;
+}
+
+class KindTest : public ::testing::TestWithParam<KindCase> {
+protected:
+    void SetUp() override {
+        library = Library::create(dir.file("lib.vlib"), OdDb::kUnitsMillimeters);
+        kind = GetParam();
+    }
+    LibraryStore& store() { return library->store(); }
+    // Stores a new object of the kind through the untyped store and returns it as read back.
+    QcSmartPtr<Object> stored(Library& into, const char* name) {
+        QcSmartPtr<Object> object = kind.make(into, W(name));
+        uint32_t id = into.store().saveObject(*object)->id();
+        return into.store().loadById(kind.type, id);
+    }
+
+    TempDir dir;
+    std::shared_ptr<Library> library;
+    KindCase kind;
+};
+
+}  // namespace
+
+TEST(Kinds, EveryStoredKindHasATestCaseAndOtherKindsAreRefused) {
+    std::set<ObjectType> described, tested;
+    for (const KindDescription* description : storedKinds())
+        described.insert(description->type);
+    for (const KindCase& c : kindCases())
+        tested.insert(c.type);
+    EXPECT_EQ(described, tested) << "a new kind needs its case in kindCases()";
+
+    TempDir dir;
+    auto library = Library::create(dir.file("lib.vlib"), OdDb::kUnitsMillimeters);
+    EXPECT_THROW(library->store().loadById(kPlyRecord, 1), ConsistencyError);
+    EXPECT_THROW(library->store().count(kFirstProfileShape), ConsistencyError);
+    EXPECT_FALSE(library->store().exists(kBimAssetRecord, 1));
+}
+
+TEST_P(KindTest, WrittenObjectReadsBackWithWhatItRefersTo) {
+    QcSmartPtr<Object> written = kind.make(*library, W("First"));
+    QcSmartPtr<Object> saved = store().saveObject(*written);
+    ASSERT_TRUE(saved);
+    ASSERT_NE(0u, saved->id());
+    uint32_t second = store().saveObject(*kind.make(*library, W("Second")))->id();
+
+    QcSmartPtr<Object> byId = store().loadById(kind.type, saved->id());
+    ASSERT_TRUE(byId);
+    EXPECT_EQ(kind.summary(*written), kind.summary(*byId));
+    EXPECT_EQ(library, byId->library());
+    QcSmartPtr<Object> byName = store().loadByName(kind.type, W("FIRST"));
+    ASSERT_TRUE(byName);
+    EXPECT_EQ(saved->id(), byName->id());
+    EXPECT_EQ(2u, store().loadNamed(kind.type, StringCriteria()).size());
+    EXPECT_EQ(1u, store().loadNamed(kind.type, StringCriteria().contains(W("econ"))).size());
+    EXPECT_EQ(2u, store().loadByIds(kind.type, {saved->id(), second, 4242}).size());
+
+    // A changed object overwrites its row and its references.
+    byId->set_name(W("Renamed"));
+    if (auto* annotated = dynamic_cast<AnnotatedObject*>(byId.get())) {
+        annotated->clear_tags();
+        annotated->add_tag(W("Changed"));
+    }
+    store().saveObject(*byId);
+    QcSmartPtr<Object> again = store().loadById(kind.type, saved->id());
+    ASSERT_TRUE(again);
+    EXPECT_EQ(kind.summary(*byId), kind.summary(*again));
+    EXPECT_FALSE(store().loadByName(kind.type, W("First")));
+}
+
+TEST_P(KindTest, CopyBringsWhatTheObjectRefersTo) {
+    auto target = Library::create(dir.file("target.vlib"), OdDb::kUnitsMillimeters);
+    QcSmartPtr<Object> original = stored(*library, "Original");
+    ASSERT_TRUE(original);
+
+    IdMapping mapping(target);
+    target->copy(library, {original->key()}, mapping);
+    auto entry = mapping.find(original->key());
+    ASSERT_NE(mapping.end(), entry);
+    EXPECT_EQ(IdMapping::kCopied, entry->second.state);
+    QcSmartPtr<Object> copied = target->store().loadById(kind.type, entry->second.id);
+    ASSERT_TRUE(copied);
+    EXPECT_EQ(kind.summary(*original), kind.summary(*copied));
+    EXPECT_EQ(target, copied->library());
+
+    // A second copy finds the name taken: shared kinds are reused, others (no reactor) kept.
+    IdMapping second(target);
+    target->copy(library, {original->key()}, second);
+    IdMapping::State expected = describeKind(kind.type).nameOnly ? IdMapping::kReused : IdMapping::kNotCopied;
+    EXPECT_EQ(expected, second.find(original->key())->second.state);
+    EXPECT_EQ(entry->second.id, second.find(original->key())->second.id);
+    EXPECT_EQ(store().count(kind.type), target->store().count(kind.type));
+}
+
+TEST_P(KindTest, RemovalIsRefusedWhileSomethingRefersToTheObject) {
+    // Inside one transaction, so that names resolved on the way are cached.
+    Transaction transaction(library);
+    QcSmartPtr<Object> object = stored(*library, "Used");
+    ASSERT_TRUE(object);
+    if (kind.referTo) {
+        ObjectKey referrer = kind.referTo(*library, *object);
+        EXPECT_TRUE(store().isReferenced(kind.type, object->id()));
+        EXPECT_EQ(Library::kReferenced, store().removeObject(kind.type, object->id()));
+        EXPECT_TRUE(store().loadById(kind.type, object->id()));
+        EXPECT_EQ(Library::kRemoved, store().removeObject(referrer.type, referrer.id));
+    }
+    EXPECT_FALSE(store().isReferenced(kind.type, object->id()));
+    EXPECT_EQ(Library::kRemoved, store().removeObject(kind.type, object->id()));
+    EXPECT_FALSE(store().loadById(kind.type, object->id()));
+    EXPECT_EQ(Library::kNotFound, store().removeObject(kind.type, object->id()));
+    if (kind.referTo && describeKind(kind.type).nameOnly) {
+        // The removed object's name must not resolve to its old id any more.
+        kind.referTo(*library, *object);
+        QcSmartPtr<Object> recreated = store().loadByName(kind.type, W("Used"));
+        ASSERT_TRUE(recreated);
+        EXPECT_TRUE(store().isReferenced(kind.type, recreated->id()));
+    }
+    transaction.commit();
+}
+
+TEST_P(KindTest, PurgeRemovesOnlyWhatNothingRefersTo) {
+    QcSmartPtr<Object> unused = stored(*library, "Unused");
+    QcSmartPtr<Object> used = stored(*library, "Used");
+    if (!describeKind(kind.type).purgeable) {
+        EXPECT_THROW(store().purge(kind.type), ConsistencyError);
+        return;
+    }
+    ASSERT_TRUE(kind.referTo);
+    kind.referTo(*library, *used);
+    unsigned before = store().count(kind.type);
+    EXPECT_EQ(1u, store().purge(kind.type));
+    EXPECT_FALSE(store().loadById(kind.type, unused->id()));
+    EXPECT_TRUE(store().loadById(kind.type, used->id()));
+    EXPECT_EQ(before - 1, store().count(kind.type));
+    EXPECT_EQ(0u, store().purge(kind.type));
+}
+
+INSTANTIATE_TEST_SUITE_P(StoredKinds, KindTest, ::testing::ValuesIn(kindCases()),
+                         [](const ::testing::TestParamInfo<KindCase>& info) { return std::string(info.param.label); });
