@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <OdStringWx.h>
+
 namespace vl_app {
 
 void ObjectListModel::assign(std::vector<ObjectRow> rows) { m_rows = std::move(rows); }
@@ -24,21 +26,16 @@ void ObjectListModel::erase(const std::set<unsigned>& ids) {
                  m_rows.end());
 }
 
-void sortByName(std::vector<ObjectRow>& rows) {
-    // Folding each name once keeps the sort cheap for catalogues of many thousand rows.
-    std::vector<std::pair<wxString, size_t>> keys;
-    keys.reserve(rows.size());
-    for (size_t i = 0; i < rows.size(); ++i)
-        keys.emplace_back(rows[i].name.Lower(), i);
-    std::sort(keys.begin(), keys.end(), [&](const auto& a, const auto& b) {
-        const int order = a.first.compare(b.first);
-        return order != 0 ? order < 0 : rows[a.second].id < rows[b.second].id;
-    });
-    std::vector<ObjectRow> sorted;
-    sorted.reserve(rows.size());
-    for (const auto& key : keys)
-        sorted.push_back(std::move(rows[key.second]));
-    rows = std::move(sorted);
+ObjectRow toRow(const vantlib::ObjectSummary& summary) {
+    return ObjectRow{summary.id, toWx(summary.name), wxString::FromUTF8(summary.depiction)};
+}
+
+std::vector<ObjectRow> toRows(const std::vector<vantlib::ObjectSummary>& summaries) {
+    std::vector<ObjectRow> rows;
+    rows.reserve(summaries.size());
+    for (const vantlib::ObjectSummary& summary : summaries)
+        rows.push_back(toRow(summary));
+    return rows;
 }
 
 }  // namespace vl_app

@@ -6,6 +6,8 @@
 
 #include <wx/string.h>
 
+#include <vantlib/Library.h>
+
 #include <vl_db/Types.h>
 
 namespace vl_app {
@@ -42,7 +44,8 @@ private:
     std::vector<ObjectRow> m_rows;
 };
 
-// Sorts rows by name as the lists show them: letter case ignored, then by id.
-void sortByName(std::vector<ObjectRow>& rows);
+// Rows from the library's list query, in its order.
+ObjectRow toRow(const vantlib::ObjectSummary& summary);
+std::vector<ObjectRow> toRows(const std::vector<vantlib::ObjectSummary>& summaries);
 
 }  // namespace vl_app

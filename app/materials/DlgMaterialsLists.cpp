@@ -20,7 +20,6 @@
 #include "app/common/Previews.h"
 #include "app/common/Tags.h"
 #include "app/materials/DlgMaterials.h"
-#include "app/materials/MaterialDepiction.h"
 #include "app/materials/MaterialEditRules.h"
 
 namespace vl_app {
@@ -52,14 +51,9 @@ std::vector<ObjectRow> DlgMaterials::queryRows(const std::shared_ptr<vantlib::Li
             criteria.tags.assign(tags.begin(), tags.end());
         }
     }
-    std::vector<QcSmartPtr<vantlib::Material>> materials;
-    library->get(materials, criteria);
-    std::vector<ObjectRow> rows;
-    rows.reserve(materials.size());
-    for (const auto& material : materials)
-        rows.push_back(ObjectRow{material->id(), toWx(material->name()), materialDepiction(material)});
-    sortByName(rows);
-    return rows;
+    std::vector<vantlib::ObjectSummary> summaries;
+    library->list<vantlib::Material>(summaries, criteria);
+    return toRows(summaries);
 }
 
 wxBitmap DlgMaterials::drawThumbnail(const std::shared_ptr<vantlib::Library>& library, const ObjectRow& row,
@@ -92,9 +86,17 @@ void DlgMaterials::rowActivated() {
 }
 
 void DlgMaterials::updateCurrentRow() {
-    if (!m_browser || !m_material || m_material->id() == 0)
+    const auto library = lib();
+    if (!m_browser || !library || !m_material || m_material->id() == 0)
         return;
-    m_browser->updateRow(m_dbType, ObjectRow{m_material->id(), m_selName, materialDepiction(m_material)});
+    // The row shows what is stored, as a refill would.
+    try {
+        const vantlib::ObjectSummary stored = library->listRow<vantlib::Material>(m_material->id());
+        if (stored.id != 0)
+            m_browser->updateRow(m_dbType, toRow(stored));
+    } catch (const std::exception& error) {
+        reportError(error);
+    }
 }
 
 void DlgMaterials::updateFilter() {

@@ -145,6 +145,12 @@ KindDescription materialKind() {
     kind.create = createEmpty<Material>;
     kind.read = readMaterialRow;
     kind.bind = bindMaterialRow;
+    // The section hatch: user-defined lines by spacing, angle and crossing; catalogue patterns
+    // by kind, name (letter case ignored, as the catalogues do), scale and angle; nothing to
+    // draw without a pattern or a name.
+    kind.depiction = "CASE WHEN m.sect_type = 1 THEN '1|' || m.sect_space || '|' || m.sect_angle || '|' || m.sect_cross"
+                     " WHEN m.sect_type IN (2, 3) AND m.sect_name <> '' THEN m.sect_type || '|' || lower(m.sect_name)"
+                     " || '|' || m.sect_scale || '|' || m.sect_angle ELSE '' END";
     kind.references.push_back(columnReference(
         kMaterialType, "lib_material", "class_id", "c",
         [](const Object& owner, std::vector<const Object*>& targets) { addIfPresent(material(owner).material_type().get(), targets); },
@@ -182,6 +188,13 @@ KindDescription compositionKind() {
     kind.create = createEmpty<Composition>;
     kind.read = readCompositionRow;
     kind.bind = bindCompositionRow;
+    // The plies from the outside in, each by its thickness and its material's section hatch,
+    // and the variable ply.
+    kind.depiction =
+        "coalesce((SELECT group_concat(ply, ';') FROM (SELECT p.thickness || ':' || pm.sect_type || ':' || lower(pm.sect_name)"
+        " || ':' || pm.sect_scale || ':' || pm.sect_space || ':' || pm.sect_angle || ':' || pm.sect_cross AS ply"
+        " FROM lib_ply p JOIN lib_material pm ON pm.id = p.material_id WHERE p.composition_id = k.id"
+        " ORDER BY p.position)), '') || '|' || k.variable_ply";
     // Plies first: a copy brings the materials before the names they use.
     KindReference plies;
     plies.target = kMaterial;
@@ -247,9 +260,11 @@ void derive(KindDescription& kind, const std::map<ObjectType, KindDescription>& 
         }
         kind.referenceParameter.push_back(parameter);
     }
-    kind.select = "SELECT " + joined(selected, ", ") + " FROM " + kind.table + " " + a;
+    std::string from = " FROM " + kind.table + " " + a;
     for (const std::string& join : joins)
-        kind.select += join;
+        from += join;
+    kind.select = "SELECT " + joined(selected, ", ") + from;
+    kind.listSelect = "SELECT " + a + ".id, " + a + "." + kind.nameColumn + ", " + kind.depiction + from;
     kind.insert = "INSERT INTO " + kind.table + "(" + joined(kind.columns, ", ") + ") VALUES (" + joined(parameters, ", ") + ")";
     kind.update = "UPDATE " + kind.table + " SET " + joined(assignments, ", ") + " WHERE id = ?" +
                   std::to_string(kind.columns.size() + 1);

@@ -3,6 +3,7 @@
 #include <vantlib/Library.h>
 
 #include <random>
+#include <type_traits>
 
 #include <vantlib/Composition.h>
 #include <vantlib/LibraryManager.h>
@@ -184,7 +185,33 @@ void query(const LibraryStore& store, std::vector<QcSmartPtr<Composition>>& out,
     out = store.loadCompositions(criteria);
 }
 
+template <class T>
+void listRows(const LibraryStore& store, std::vector<ObjectSummary>& out, const StringCriteria& criteria) {
+    out = store.listNamed(T::kType, criteria);
+}
+
+void listRows(const LibraryStore& store, std::vector<ObjectSummary>& out, const MaterialCriteria& criteria) {
+    out = store.listMaterials(criteria);
+}
+
+void listRows(const LibraryStore& store, std::vector<ObjectSummary>& out, const CompositionCriteria& criteria) {
+    out = store.listCompositions(criteria);
+}
+
 }  // namespace
+
+template <class T, class Criteria>
+void Library::list(std::vector<ObjectSummary>& out, const Criteria& criteria) const {
+    if constexpr (std::is_same_v<Criteria, StringCriteria>)
+        listRows<T>(*m_store, out, criteria);
+    else
+        listRows(*m_store, out, criteria);
+}
+
+template <class T>
+ObjectSummary Library::listRow(uint32_t id) const {
+    return m_store->listOne(T::kType, id);
+}
 
 template <class T, class Criteria>
 void Library::get(std::vector<QcSmartPtr<T>>& out, const Criteria& criteria) const {
@@ -257,6 +284,8 @@ OdString getImplFilename(const std::shared_ptr<const Library>& library) {
     template void Library::get<T, NameCriteria>(std::vector<QcSmartPtr<T>>&, const NameCriteria&) const;     \
     template void Library::get<T>(std::vector<QcSmartPtr<T>>&, const std::set<unsigned>&) const;     \
     template unsigned Library::count<T>() const;                                                     \
+    template void Library::list<T, StringCriteria>(std::vector<ObjectSummary>&, const StringCriteria&) const; \
+    template ObjectSummary Library::listRow<T>(uint32_t) const;                                      \
     template QcSmartPtr<T> Library::save<T>(const QcSmartPtr<T>&);                                   \
     template Library::RemoveResult Library::remove<T>(const QcSmartPtr<T>&);                         \
     template Library::RemoveResult Library::remove<T>(uint32_t);                                     \
@@ -271,6 +300,9 @@ VL_INSTANTIATE_KIND(Material)
 VL_INSTANTIATE_KIND(Composition)
 
 template void Library::get<Material, MaterialCriteria>(std::vector<QcSmartPtr<Material>>&, const MaterialCriteria&) const;
+template void Library::list<Material, MaterialCriteria>(std::vector<ObjectSummary>&, const MaterialCriteria&) const;
+template void Library::list<Composition, CompositionCriteria>(std::vector<ObjectSummary>&,
+                                                              const CompositionCriteria&) const;
 template void Library::get<Composition, CompositionCriteria>(std::vector<QcSmartPtr<Composition>>&,
                                                              const CompositionCriteria&) const;
 template unsigned Library::purge<Tag>();

@@ -102,6 +102,11 @@ public:
     std::vector<QcSmartPtr<Material>> loadMaterials(const MaterialCriteria& criteria) const;
     std::vector<QcSmartPtr<Composition>> loadCompositions(const CompositionCriteria& criteria) const;
     unsigned count(ObjectType type) const;
+    // The same selections as list rows (id, name, depiction), ordered by name.
+    std::vector<ObjectSummary> listNamed(ObjectType type, const StringCriteria& name) const;
+    std::vector<ObjectSummary> listMaterials(const MaterialCriteria& criteria) const;
+    std::vector<ObjectSummary> listCompositions(const CompositionCriteria& criteria) const;
+    ObjectSummary listOne(ObjectType type, uint32_t id) const;
 
     // ---- Writing (WriteObjects.cpp)
     // Library::save: clash resolution through the reactor, then insert or update. `skipped`

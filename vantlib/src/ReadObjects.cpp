@@ -158,6 +158,41 @@ std::vector<QcSmartPtr<Object>> queryKind(const LibraryStore& store, const KindD
     return sound;
 }
 
+Filter materialFilter(const KindDescription& kind, const MaterialCriteria& criteria) {
+    Filter filter;
+    addStringCondition(filter, kind.column(kind.nameColumn), criteria.name);
+    addStringCondition(filter, kind.referenceTo(kMaterialType).joinAlias + ".name", criteria.materialClass);
+    addTagCondition(filter, kind.column("id"), kMaterial, criteria.tags, criteria.tagMatch);
+    return filter;
+}
+
+Filter compositionFilter(const KindDescription& kind, const CompositionCriteria& criteria) {
+    Filter filter;
+    addStringCondition(filter, kind.column(kind.nameColumn), criteria.name);
+    if (criteria.baseType != Composition::kAll) {
+        filter.add(kind.column("base_type") + " = ?");
+        filter.number(int64_t(criteria.baseType));
+    }
+    if (criteria.compositionType)
+        addStringCondition(filter, kind.referenceTo(kCompositionType).joinAlias + ".name",
+                           StringCriteria().equals(criteria.compositionType->name()));
+    addTagCondition(filter, kind.column("id"), kComposition, criteria.tags, criteria.tagMatch);
+    return filter;
+}
+
+// The rows of a list: id, name and depiction only, in the order lists show them (by name,
+// letter case ignored, which the name column's collation and index give for free).
+std::vector<ObjectSummary> listKind(const LibraryStore& store, const KindDescription& kind, const Filter& filter) {
+    Statement& rows = store.statement(kind.listSelect + filter.where + " ORDER BY " + kind.column(kind.nameColumn) +
+                                      ", " + kind.column("id"));
+    filter.bindTo(rows);
+    std::vector<ObjectSummary> result;
+    while (rows.step())
+        result.push_back(ObjectSummary{rows.id(0), rows.text(1), rows.utf8(2)});
+    rows.reset();
+    return result;
+}
+
 template <class T>
 std::vector<QcSmartPtr<T>> downcastAll(const std::vector<QcSmartPtr<Object>>& objects) {
     std::vector<QcSmartPtr<T>> result;
@@ -211,26 +246,38 @@ std::vector<QcSmartPtr<Object>> LibraryStore::loadNamed(ObjectType type, const S
 
 std::vector<QcSmartPtr<Material>> LibraryStore::loadMaterials(const MaterialCriteria& criteria) const {
     const KindDescription& kind = describeKind(kMaterial);
-    Filter filter;
-    addStringCondition(filter, kind.column(kind.nameColumn), criteria.name);
-    addStringCondition(filter, kind.referenceTo(kMaterialType).joinAlias + ".name", criteria.materialClass);
-    addTagCondition(filter, kind.column("id"), kMaterial, criteria.tags, criteria.tagMatch);
-    return downcastAll<Material>(queryKind(*this, kind, filter));
+    return downcastAll<Material>(queryKind(*this, kind, materialFilter(kind, criteria)));
 }
 
 std::vector<QcSmartPtr<Composition>> LibraryStore::loadCompositions(const CompositionCriteria& criteria) const {
     const KindDescription& kind = describeKind(kComposition);
+    return downcastAll<Composition>(queryKind(*this, kind, compositionFilter(kind, criteria)));
+}
+
+std::vector<ObjectSummary> LibraryStore::listNamed(ObjectType type, const StringCriteria& name) const {
+    const KindDescription& kind = describeKind(type);
     Filter filter;
-    addStringCondition(filter, kind.column(kind.nameColumn), criteria.name);
-    if (criteria.baseType != Composition::kAll) {
-        filter.add(kind.column("base_type") + " = ?");
-        filter.number(int64_t(criteria.baseType));
-    }
-    if (criteria.compositionType)
-        addStringCondition(filter, kind.referenceTo(kCompositionType).joinAlias + ".name",
-                           StringCriteria().equals(criteria.compositionType->name()));
-    addTagCondition(filter, kind.column("id"), kComposition, criteria.tags, criteria.tagMatch);
-    return downcastAll<Composition>(queryKind(*this, kind, filter));
+    addStringCondition(filter, kind.column(kind.nameColumn), name);
+    return listKind(*this, kind, filter);
+}
+
+std::vector<ObjectSummary> LibraryStore::listMaterials(const MaterialCriteria& criteria) const {
+    const KindDescription& kind = describeKind(kMaterial);
+    return listKind(*this, kind, materialFilter(kind, criteria));
+}
+
+std::vector<ObjectSummary> LibraryStore::listCompositions(const CompositionCriteria& criteria) const {
+    const KindDescription& kind = describeKind(kComposition);
+    return listKind(*this, kind, compositionFilter(kind, criteria));
+}
+
+ObjectSummary LibraryStore::listOne(ObjectType type, uint32_t id) const {
+    const KindDescription& kind = describeKind(type);
+    Filter filter;
+    filter.add(kind.column("id") + " = ?");
+    filter.number(id);
+    std::vector<ObjectSummary> found = listKind(*this, kind, filter);
+    return found.empty() ? ObjectSummary() : found.front();
 }
 
 unsigned LibraryStore::count(ObjectType type) const {

@@ -7,6 +7,7 @@
 // name, every kind), MaterialCriteria (Material), CompositionCriteria (Composition).
 #include <memory>
 #include <set>
+#include <string>
 #include <vector>
 
 #include <OdString.h>
@@ -21,6 +22,15 @@
 namespace vantlib {
 
 class LibraryStore;
+
+// What an object list shows of one object.
+struct ObjectSummary {
+    uint32_t id = 0;
+    OdString name;
+    // Everything the object's list thumbnail depends on, as text: objects with the same
+    // depiction look the same. Empty when there is nothing to draw.
+    std::string depiction;
+};
 
 class Library : public std::enable_shared_from_this<Library> {
 public:
@@ -81,6 +91,12 @@ public:
     // The objects of these ids that exist, ordered by id.
     template <class T> void get(std::vector<QcSmartPtr<T>>& out, const std::set<unsigned>& ids) const;
     template <class T> unsigned count() const;
+
+    // The matching objects as the rows of an object list, read without loading the objects:
+    // ordered by name (letter case ignored), then by id.
+    template <class T, class Criteria> void list(std::vector<ObjectSummary>& out, const Criteria& criteria) const;
+    // One object as a list row; id 0 when it does not exist.
+    template <class T> ObjectSummary listRow(uint32_t id) const;
 
     // ---- Writing. Each throws ReadOnly on a read-only library. Outside a Transaction each
     // call is a transaction of its own.
