@@ -25,12 +25,10 @@ void collect(sqlite3* db, const char* sql, std::vector<OdString>& problems, cons
 }  // namespace
 
 std::vector<OdString> checkIntegrity(const OdString& path) {
-    checkFileHeader(path, false);
-    inspectLibrary(path);
+    OpenedFile file = openLibraryFile(path, FileAccess::kReadOnly);
     std::vector<OdString> problems;
     try {
-        auto connection = connect(path, FileAccess::kReadOnly, false);
-        sqlite3* db = connection->getHandle();
+        sqlite3* db = file.db->getHandle();
         {
             Statement check(db, "PRAGMA integrity_check");
             while (check.step()) {
