@@ -166,6 +166,8 @@ bool isWriteRefusal(int code) {
     }
 }
 
+OdString plainReason(int code) { return textFromUtf8(std::string(sqlite3_errstr(code))); }
+
 bool isDamage(int code) { return (code & 0xFF) == SQLITE_CORRUPT || (code & 0xFF) == SQLITE_NOTADB; }
 
 void throwOpenError(const OdString& path, int code, const std::string& message) {
@@ -173,7 +175,7 @@ void throwOpenError(const OdString& path, int code, const std::string& message) 
     if (code == SQLITE_READONLY_ROLLBACK || code == SQLITE_READONLY_RECOVERY)
         throw NeedsRecovery(path);
     if (isDamage(code))
-        throw Damaged(path, reason);
+        throw Damaged(path, plainReason(code));
     if (headerSaysWriteAheadLog(textToUtf8(path)) && isWriteRefusal(code))
         throw FileError(path, OdString::formatted(L"Library file %ls was left in write-ahead-log mode, and its -wal and "
                                                   L"-shm files beside it cannot be used (%ls)",

@@ -61,5 +61,7 @@ void useRollbackJournal(SQLite::Database& db, const OdString& path);
 // folder, full or failing disk), as opposed to locks, constraints or damage.
 bool isWriteRefusal(int extendedCode);
 bool isDamage(int extendedCode);
+// SQLite's words for a result code, without the statement that met it.
+OdString plainReason(int extendedCode);
 
 }  // namespace vantlib

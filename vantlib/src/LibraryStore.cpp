@@ -68,18 +68,18 @@ void LibraryStore::checkFileBeforeWriting() {
         writeFailed(SQLITE_READONLY, OdString(L"the file or its folder is read-only"));
 }
 
-void LibraryStore::writeFailed(int code, const OdString& message) {
+void LibraryStore::writeFailed(int code, const OdString& reason) {
     if (code == SQLITE_READONLY_DBMOVED) {
         m_readOnly = true;
         throw FileReplaced(m_path);
     }
     if (isWriteRefusal(code)) {
         m_readOnly = true;
-        throw WriteRefused(m_path, message);
+        throw WriteRefused(m_path, reason.isEmpty() ? plainReason(code) : reason);
     }
     if (isDamage(code)) {
         m_readOnly = true;
-        throw Damaged(m_path, message);
+        throw Damaged(m_path, plainReason(code));
     }
 }
 
@@ -93,7 +93,7 @@ void LibraryStore::begin() {
             m_outer = std::make_unique<SQLite::Transaction>(*m_db, SQLite::TransactionBehavior::IMMEDIATE);
         } catch (const SQLite::Exception& e) {
             OdString message = textFromUtf8(std::string(e.what()));
-            writeFailed(e.getExtendedErrorCode(), message);
+            writeFailed(e.getExtendedErrorCode(), OdString());
             throw StorageError(OdString(L"BEGIN: ") + message, e.getExtendedErrorCode());
         }
         clearNameCaches();
@@ -132,7 +132,7 @@ void LibraryStore::commit() {
             clearNameCaches();
             if (Library::Reactor* r = reactor())
                 r->onTransactionEnd(selfConst(), kTransactionRolledBack);
-            writeFailed(code, message);
+            writeFailed(code, OdString());
             throw StorageError(OdString(L"COMMIT: ") + message, code);
         }
         m_outer.reset();

@@ -66,7 +66,7 @@ public:
         try {
             return operation();
         } catch (const StorageError& e) {
-            writeFailed(e.sqliteCode(), e.message());
+            writeFailed(e.sqliteCode(), OdString());
             throw;
         }
     }
@@ -145,7 +145,8 @@ private:
     // still be writable.
     void checkFileBeforeWriting();
     // Marks the library read-only and throws the error that `code` means, if it means one.
-    void writeFailed(int code, const OdString& message);
+    // `reason` replaces SQLite's words for the code when given.
+    void writeFailed(int code, const OdString& reason);
     void clearNameCaches();
     std::string savepointName() const;
     // Undoes the innermost level without telling the reactor.
