@@ -202,8 +202,13 @@ TEST_F(VlibKills, CopyKilledAtRandomChangesLeavesTheLibraryBeforeOrAfter) {
         for (size_t c = 0; c < runPhases.size(); ++c)
             if (runPhases[c] == phase)
                 candidates.push_back(c + 1);
-        const size_t change = candidates[std::uniform_int_distribution<size_t>(0, candidates.size() - 1)(random)];
-        const bool killAfter = std::uniform_int_distribution<int>(0, 1)(random) == 1;
+        size_t change = candidates[std::uniform_int_distribution<size_t>(0, candidates.size() - 1)(random)];
+        bool killAfter = std::uniform_int_distribution<int>(0, 1)(random) == 1;
+        // Right after the journal's deletion, the moment the commit takes effect, now and then.
+        if (phase == Phase::kCommit && std::uniform_int_distribution<int>(0, 3)(random) == 0) {
+            change = candidates.back();
+            killAfter = true;
+        }
         SCOPED_TRACE((wal ? "write-ahead-log target, " : "rollback-journal target, ") + std::string("kill ") +
                      (killAfter ? "after" : "before") + " change " + std::to_string(change));
         ++landed[runPhases[change - 1]];
