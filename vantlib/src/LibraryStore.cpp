@@ -125,8 +125,7 @@ void LibraryStore::commit() {
             // than leave the level half open. The message is the commit's, taken first.
             OdString message = textFromUtf8(std::string(e.what()));
             int code = e.getExtendedErrorCode();
-            for (auto& entry : m_statements)
-                sqlite3_reset(entry.second->handle());
+            resetStatements();
             m_outer.reset();
             m_depth = 0;
             clearNameCaches();
@@ -154,19 +153,25 @@ void LibraryStore::rollback() {
         r->onTransactionEnd(selfConst(), kTransactionRolledBack);
 }
 
-void LibraryStore::rollbackLevel() {
-    // Statements left mid-result would keep the rollback from releasing locks.
+void LibraryStore::resetStatements() {
+    // Statements left mid-result would keep a rollback from releasing locks.
     for (auto& entry : m_statements)
         sqlite3_reset(entry.second->handle());
+}
+
+void LibraryStore::rollbackLevel() {
+    resetStatements();
     --m_depth;
     clearNameCaches();
     if (m_depth == 0) {
-        // Ends with ROLLBACK unless SQLite already undid the transaction after a failed write.
+        // SQLiteCpp's transaction rolls back, and accepts that SQLite may already have undone
+        // the transaction after a failed write; one still open afterwards is a real failure.
         m_outer.reset();
         if (sqlite3_get_autocommit(db()) == 0)
             throw StorageError(OdString(L"ROLLBACK: ") + textFromUtf8(std::string(sqlite3_errmsg(db()))),
                                sqlite3_extended_errcode(db()));
     } else if (sqlite3_get_autocommit(db()) == 0) {
+        // (Without a transaction SQLite has undone the whole of it; the outer levels end too.)
         std::string name = savepointName();
         execute(db(), ("ROLLBACK TO " + name + "; RELEASE " + name).c_str());
     }

@@ -151,6 +151,7 @@ private:
     std::string savepointName() const;
     // Undoes the innermost level without telling the reactor.
     void rollbackLevel();
+    void resetStatements();
 
     std::unique_ptr<SQLite::Database> m_db;
     mutable std::unordered_map<std::string, std::unique_ptr<Statement>> m_statements;
