@@ -64,7 +64,9 @@ std::string fileUri(const std::string& path) {
 }
 
 // Settings that are not stored in the file. The 64 MB page cache keeps large libraries (100k
-// objects and more) from going back to the file for every page.
+// objects and more) from going back to the file for every page. Reads are not memory-mapped:
+// a disk error or a file shortened under a mapping would end the process with SIGBUS instead
+// of failing the read.
 void configure(SQLite::Database& db, bool readOnly) {
     db.exec("PRAGMA foreign_keys = ON; PRAGMA temp_store = MEMORY; PRAGMA cache_size = -65536");
     if (readOnly)
