@@ -177,22 +177,9 @@ void LibraryStore::rollbackLevel() {
     }
 }
 
-LibraryStore::ReadScope::ReadScope(const LibraryStore& store) : m_store(store) {
-    if (store.m_depth == 0 && sqlite3_get_autocommit(store.db())) {
-        store.statement("BEGIN").run();
-        m_open = true;
-    }
-}
-
-LibraryStore::ReadScope::~ReadScope() {
-    if (m_open) {
-        try {
-            m_store.statement("COMMIT").run();
-        } catch (...) {
-            // A read transaction has nothing to lose; make sure it is closed.
-            sqlite3_exec(m_store.db(), "ROLLBACK", nullptr, nullptr, nullptr);
-        }
-    }
+LibraryStore::ReadScope::ReadScope(const LibraryStore& store) {
+    if (store.m_depth == 0 && sqlite3_get_autocommit(store.db()))
+        m_snapshot.emplace(*store.m_db);
 }
 
 void LibraryStore::clearNameCaches() {

@@ -8,6 +8,7 @@
 #include <SQLiteCpp/Transaction.h>
 
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -96,11 +97,11 @@ public:
     class ReadScope {
     public:
         explicit ReadScope(const LibraryStore& store);
-        ~ReadScope();
 
     private:
-        const LibraryStore& m_store;
-        bool m_open = false;
+        // A read has nothing to keep: the transaction is rolled back when the scope ends,
+        // which also succeeds while a statement is still mid-result.
+        std::optional<SQLite::Transaction> m_snapshot;
     };
 
     // ---- Names
