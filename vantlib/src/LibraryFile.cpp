@@ -17,6 +17,9 @@ namespace vantlib {
 
 namespace {
 
+// How long a connection waits for another process's lock before it fails.
+constexpr int kBusyTimeoutMs = 10000;
+
 uint32_t bigEndian(const unsigned char* p, int bytes) {
     uint32_t v = 0;
     for (int i = 0; i < bytes; ++i)
@@ -136,7 +139,7 @@ std::unique_ptr<SQLite::Database> connect(const OdString& path, FileAccess acces
     std::string file = textToUtf8(path);
     std::unique_ptr<SQLite::Database> db;
     if (access == FileAccess::kReadWrite) {
-        db = std::make_unique<SQLite::Database>(file, SQLite::OPEN_READWRITE | (create ? SQLite::OPEN_CREATE : 0), 10000);
+        db = std::make_unique<SQLite::Database>(file, SQLite::OPEN_READWRITE | (create ? SQLite::OPEN_CREATE : 0), kBusyTimeoutMs);
     } else if (headerSaysWriteAheadLog(file)) {
         // SQLite reads such a file only through its -wal and -shm files, creating them when
         // missing, which fails on read-only media and folders. Without a log holding
@@ -145,9 +148,9 @@ std::unique_ptr<SQLite::Database> connect(const OdString& path, FileAccess acces
         if (nonEmptyFile(file + "-wal"))
             throw NeedsRecovery(path);
         db = std::make_unique<SQLite::Database>(fileUri(file) + "?immutable=1", SQLite::OPEN_READONLY | SQLite::OPEN_URI,
-                                                10000);
+                                                kBusyTimeoutMs);
     } else {
-        db = std::make_unique<SQLite::Database>(file, SQLite::OPEN_READONLY, 10000);
+        db = std::make_unique<SQLite::Database>(file, SQLite::OPEN_READONLY, kBusyTimeoutMs);
     }
     configure(*db, access == FileAccess::kReadOnly);
     return db;
@@ -226,7 +229,7 @@ void useRollbackJournal(SQLite::Database& db, const OdString& path) {
     int rc = sqlite3_exec(handle, "PRAGMA journal_mode = DELETE", nullptr, nullptr, nullptr);
     std::string message = sqlite3_errmsg(handle);
     int code = sqlite3_extended_errcode(handle);
-    sqlite3_busy_timeout(handle, 10000);
+    sqlite3_busy_timeout(handle, kBusyTimeoutMs);
     // Busy: another program has the file open in that mode; the log stays safe meanwhile.
     if (rc != SQLITE_OK && (rc & 0xFF) != SQLITE_BUSY)
         throwOpenError(path, code, message);
