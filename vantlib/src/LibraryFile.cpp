@@ -139,7 +139,8 @@ std::unique_ptr<SQLite::Database> connect(const OdString& path, FileAccess acces
     std::string file = textToUtf8(path);
     std::unique_ptr<SQLite::Database> db;
     if (access == FileAccess::kReadWrite) {
-        db = std::make_unique<SQLite::Database>(file, SQLite::OPEN_READWRITE | (create ? SQLite::OPEN_CREATE : 0), kBusyTimeoutMs);
+        int flags = SQLite::OPEN_READWRITE | (create ? SQLite::OPEN_CREATE : 0);
+        db = std::make_unique<SQLite::Database>(file, flags, kBusyTimeoutMs);
     } else if (headerSaysWriteAheadLog(file)) {
         // SQLite reads such a file only through its -wal and -shm files, creating them when
         // missing, which fails on read-only media and folders. Without a log holding
