@@ -147,7 +147,7 @@ TEST(FileFaults, LibraryLeftInWriteAheadLogModeIsReadWhereNothingMayBeWritten) {
     TempDir dir;
     std::string path = libraryWithMaterials(dir, "old.vlib", 50);
     leaveInWriteAheadLogMode(path);
-    ::chmod(dir.path().c_str(), 0755);  // readable by everybody, writable by its owner only
+    ::chmod(dir.path().c_str(), 0555);  // readable by everybody, writable by nobody but root
     std::string bytes = fileBytes(path);
     std::set<std::string> listing = folderListing(dir.path());
 
@@ -169,12 +169,15 @@ TEST(FileFaults, LibraryLeftInWriteAheadLogModeIsReadWhereNothingMayBeWritten) {
     EXPECT_EQ(bytes, fileBytes(path));
 
     // A log with commits in it needs a writable open, which keeps them and leaves the mode.
+    ::chmod(dir.path().c_str(), 0755);
     killedWhileWriting(path, "UPDATE lib_material SET description = 'kept' WHERE name = 'Material 3'");
     ASSERT_GT(fs::file_size(path + "-wal"), 0u);
+    ::chmod(dir.path().c_str(), 0555);
     {
         AsOrdinaryUser user;
         EXPECT_THROW(Library::open(OdString::fromUtf8(path)), NeedsRecovery);
     }
+    ::chmod(dir.path().c_str(), 0755);
     {
         auto library = Library::open(OdString::fromUtf8(path));
         EXPECT_FALSE(library->isReadOnly());
