@@ -60,25 +60,40 @@ struct LibraryFileErrorData : QcRefCounted {
 
 const wxString openProjectInfoLabel() { return _("Open BIM Project Info dialog."); }
 
-void showFileMissing(const LibraryFileErrorData& error) {
+bool isProject(const LibraryFileErrorData& error) { return error.type == vl_db::kDbProject; }
+
+void showBalloon(const wxString& title, const wxString& messageFormat, const LibraryFileErrorData& error) {
     BalloonNotifications::instance().show(
-        qta::BubbleData(_("Missing project or central database"),
-                        _("The central database file is missing at:\n\t") + toWx(error.path) +
-                            _("\nBIMPROJECTINFO command can be used to locate the file."),
-                        openProjectInfoLabel()));
+        qta::BubbleData(title, wxString::Format(messageFormat, toWx(error.path)), openProjectInfoLabel()));
+}
+
+void showFileMissing(const LibraryFileErrorData& error) {
+    if (isProject(error))
+        showBalloon(_("Missing project database"),
+                    _("The project database file is missing at:\n\t%s\nBIMPROJECTINFO command can be used to locate the file."),
+                    error);
+    else
+        showBalloon(_("Missing central database"),
+                    _("The central database file is missing at:\n\t%s\nBIMPROJECTINFO command can be used to locate the file."),
+                    error);
 }
 
 void showLoadingError(const LibraryFileErrorData& error) {
-    BalloonNotifications::instance().show(qta::BubbleData(
-        _("Unable to load the project or central database, possibly due to an incompatible version"),
-        _("The central database file version might be incompatible with this version of Korvex:\n\t") + toWx(error.path),
-        openProjectInfoLabel()));
+    if (isProject(error))
+        showBalloon(_("Unable to load the project database, possibly due to an incompatible version"),
+                    _("The project database file version might be incompatible with this version of Korvex:\n\t%s"), error);
+    else
+        showBalloon(_("Unable to load the central database, possibly due to an incompatible version"),
+                    _("The central database file version might be incompatible with this version of Korvex:\n\t%s"), error);
 }
 
 void showUnknownError(const LibraryFileErrorData& error) {
-    BalloonNotifications::instance().show(
-        qta::BubbleData(_("Unable to load the project or central database due to an unknown error"),
-                        _("The central database file is at:\n\t") + toWx(error.path), openProjectInfoLabel()));
+    if (isProject(error))
+        showBalloon(_("Unable to load the project database due to an unknown error"),
+                    _("The project database file is at:\n\t%s"), error);
+    else
+        showBalloon(_("Unable to load the central database due to an unknown error"),
+                    _("The central database file is at:\n\t%s"), error);
 }
 
 template <void (*show)(const LibraryFileErrorData&)>

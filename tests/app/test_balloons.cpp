@@ -61,7 +61,7 @@ TEST_F(BalloonTest, FileMissingOnAWorkerIsShownLaterOnTheMainThread) {
     worker.join();
     EXPECT_EQ(balloon(), nullptr) << "nothing is shown from the worker itself";
     ASSERT_TRUE(pumpUntil([] { return balloon() != nullptr; }));
-    EXPECT_EQ(balloonTitle(), "Missing project or central database");
+    EXPECT_EQ(balloonTitle(), "Missing central database");
     EXPECT_FALSE(BalloonNotifications::instance().hasPending());
 }
 
@@ -72,13 +72,13 @@ TEST_F(BalloonTest, WithoutActiveDrawingTheLatestNotificationWaitsForActivation)
     reactor->onLibraryFileUnknownError(nullptr, OdString(L"/lib/b.vlib"), vl_db::kDbProject);
     ASSERT_TRUE(BalloonNotifications::instance().hasPending());
     EXPECT_EQ(BalloonNotifications::instance().pendingData().message,
-              "The central database file is at:\n\t/lib/b.vlib") << "the newer replaces the older";
+              "The project database file is at:\n\t/lib/b.vlib") << "the newer replaces the older";
     EXPECT_EQ(balloon(), nullptr);
 
     app->setActiveDatabase(drawing.get());
     EXPECT_FALSE(BalloonNotifications::instance().hasPending());
     ASSERT_NE(balloon(), nullptr);
-    EXPECT_EQ(balloonTitle(), "Unable to load the project or central database due to an unknown error");
+    EXPECT_EQ(balloonTitle(), "Unable to load the project database due to an unknown error");
 }
 
 TEST_F(BalloonTest, LinkRunsTheProjectInfoCommandOfTheActiveDocument) {

@@ -34,7 +34,8 @@ void expectRefusedUntouched(const std::string& path) {
     EXPECT_THROW(Library::open(OdString::fromUtf8(path), true), Kind);
     EXPECT_THROW(Library::create(OdString::fromUtf8(path), OdDb::kUnitsMeters), Exception);
     EXPECT_EQ(before, fileBytes(path)) << path;
-    EXPECT_FALSE(std::filesystem::exists(path + "-wal")) << "no journal was started";
+    EXPECT_FALSE(std::filesystem::exists(path + "-journal")) << "no transaction was started";
+    EXPECT_FALSE(std::filesystem::exists(path + "-wal"));
 }
 
 }  // namespace
@@ -119,7 +120,7 @@ TEST(LibraryFiles, ReadOnlyLibraryRefusesWritesAndStaysIdentical) {
     };
     check(Library::open(OdString::fromUtf8(path), true));
     EXPECT_EQ(before, fileBytes(path));
-    // The last writer left a rollback journal, so reading leaves nothing beside the file.
+    // Libraries keep the rollback journal, so reading leaves nothing beside the file.
     EXPECT_FALSE(std::filesystem::exists(path + "-wal"));
     EXPECT_FALSE(std::filesystem::exists(path + "-shm"));
 

@@ -66,6 +66,32 @@ TEST(Processes, TwoWritersLoseNoUpdate) {
     EXPECT_EQ(unsigned(2 * rounds + 1), library->count<Material>());
 }
 
+TEST(Processes, OpenLibraryThatWasReadLeavesOtherWritersFree) {
+    // With the rollback journal a reader's lock keeps writers of other processes from
+    // committing, so reads must not keep one after they return.
+    TempDir dir;
+    OdString path = dir.file("central.vlib");
+    auto library = Library::create(path, OdDb::kUnitsMillimeters);
+    auto brick = library->save(sampleMaterial(W("Brick")));
+    library->save(sampleComposition(W("Wall"), {brick}));
+    std::vector<QcSmartPtr<Material>> materials;
+    library->get(materials, MaterialCriteria());
+    std::vector<QcSmartPtr<Composition>> compositions;
+    library->get(compositions, CompositionCriteria());
+    library->get<Material>(NameKey(W("Brick")));
+    library->get<Composition>(brick->id());
+    library->count<Tag>();
+    library->isNameUsed(kMaterial, W("Brick"));
+
+    pid_t writer = spawn([&] {
+        // A lock left behind makes this fail once the busy timeout has passed.
+        auto other = Library::open(path);
+        other->save(Material::create(W("From another process")));
+    });
+    EXPECT_EQ(0, waitFor(writer));
+    EXPECT_FALSE(library->get<Material>(NameKey(W("From another process"))).isNull());
+}
+
 TEST(Processes, KilledDuringLargeCopyLeavesTargetAsBefore) {
     TempDir dir;
     OdString sourcePath = dir.file("source.vlib"), targetPath = dir.file("target.vlib");

@@ -113,8 +113,11 @@ protected:
                         OdDb::UnitsValue unit = OdDb::kUnitsMillimeters) {
         const fs::path file = path(name);
         const auto library = vantlib::Library::create(od(file), unit);
+        // One commit: each one costs the journal's file syncs.
+        vantlib::Transaction transaction(library);
         for (const auto& material : materials)
             library->save(vantlib::Material::create(material.c_str()));
+        transaction.commit();
         return file;
     }
 

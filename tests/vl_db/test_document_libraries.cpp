@@ -165,6 +165,19 @@ TEST_F(DocumentLibrariesTest, WritableOnlyForExistingLibrariesThatAreNotReadOnly
     EXPECT_EQ(vl_db::getPrimary(nullptr, true), nullptr);
 }
 
+TEST_F(DocumentLibrariesTest, CentralLibraryWhoseFileIsGoneIsNoLongerWritable) {
+    const fs::path central = newLibrary("central.vlib", {L"Steel"});
+    preferences.setDefaultMetricLibrary(od(central));
+    vl_db::DocumentLibraries* libs = vl_db::docLibs(newDrawing("house.vldwg"));
+    ASSERT_TRUE(vl_db::writable(libs, vl_db::kDbCentral));
+    fs::remove(central);
+    EXPECT_THROW(libs->secondary()->save(vantlib::Material::create(L"Glass")), vantlib::FileReplaced);
+    // The dialogs grey a library that is not writable, so no further edit is attempted.
+    EXPECT_FALSE(vl_db::writable(libs, vl_db::kDbCentral));
+    EXPECT_FALSE(libs->getFromSecondary<vantlib::Material>(vantlib::NameKey(L"Steel")).isNull());
+    EXPECT_FALSE(fs::exists(central));
+}
+
 class MappingFinder : public vl_db::FileFinder {
 public:
     explicit MappingFinder(OdString target) : m_target(std::move(target)) {}

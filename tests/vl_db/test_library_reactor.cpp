@@ -73,6 +73,19 @@ TEST_F(LibraryFileErrorTest, DamagedOrForeignFilesAreReportedAndLeftUntouched) {
              db.exec("PRAGMA user_version = " + std::to_string(vantlib::Library::kSchemaVersion + 1));
          },
          {FileErrorCall::kLoading}},
+        {"damaged pages",
+         [](const fs::path& f) {
+             int metaPage = 0;
+             {
+                 SQLite::Database db(f.string(), SQLite::OPEN_READONLY);
+                 metaPage = db.execAndGet("SELECT rootpage FROM sqlite_master WHERE name = 'lib_meta'").getInt();
+             }
+             std::string bytes = readBytes(f);
+             for (size_t i = size_t(metaPage - 1) * 4096 + 8; i < size_t(metaPage) * 4096; ++i)
+                 bytes[i] = char(i * 131 + 7);
+             writeBytes(f, bytes);
+         },
+         {FileErrorCall::kLoading}},
         {"plain SQLite database",
          [](const fs::path& f) {
              fs::remove(f);

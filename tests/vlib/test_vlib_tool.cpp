@@ -180,6 +180,28 @@ TEST_F(VlibTool, CheckPassesOnTheDemoAndFailsClearlyOnACorruptedCopy) {
     EXPECT_EQ(check.err.rfind("vlib: ", 0), 0u) << check.err;
     EXPECT_NE(check.err.find("damaged.vlib"), std::string::npos) << check.err;
     EXPECT_EQ(readBytes(damaged), bytes);
+
+    // Writing into it is refused before anything is written, in the user's words.
+    const ToolRun copy = vlib({"copy", demoFile("central-metric.vlib").string(), damaged.string(), "material", "Granite"});
+    EXPECT_EQ(copy.exitCode, 1);
+    EXPECT_NE(copy.err.find("the library is damaged: "), std::string::npos) << copy.err;
+    EXPECT_NE(copy.err.find("; run vlib check"), std::string::npos) << copy.err;
+    EXPECT_EQ(copy.err.find("SELECT"), std::string::npos) << copy.err;
+    EXPECT_EQ(readBytes(damaged), bytes);
+    EXPECT_FALSE(fs::exists(damaged.string() + "-journal"));
+    EXPECT_FALSE(fs::exists(damaged.string() + "-wal"));
+}
+
+TEST_F(VlibTool, SqliteFileOfAnotherProgramIsNotALibraryWhateverItsVersion) {
+    const fs::path other = scratch("other.db");
+    {
+        SQLite::Database db(other.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+        db.exec("CREATE TABLE notes(text); PRAGMA user_version = 7");
+    }
+    const ToolRun info = vlib({"info", other.string()});
+    EXPECT_EQ(info.exitCode, 1);
+    EXPECT_NE(info.err.find("Not a library file"), std::string::npos) << info.err;
+    EXPECT_EQ(info.err.find("schema version"), std::string::npos) << info.err;
 }
 
 TEST_F(VlibTool, CheckFindsUsesOfObjectsThatAreGone) {

@@ -15,6 +15,7 @@ int infoCommand(const Words& args, std::ostream& out);
 int listCommand(const Words& args, std::ostream& out);
 int checkCommand(const Words& args, std::ostream& out);
 int copyCommand(const Words& args, std::ostream& out);
+int recoverCommand(const Words& args, std::ostream& out);
 int demoCommand(const Words& args, std::ostream& out);
 
 void printUsage(std::ostream& out);

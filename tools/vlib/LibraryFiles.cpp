@@ -1,18 +1,11 @@
 #include "LibraryFiles.h"
 
-#include <SQLiteCpp/Database.h>
-
 #include "Kinds.h"
 
 namespace vlib {
 
 std::shared_ptr<vantlib::Library> openLibrary(const std::string& path, bool readOnly) {
     return vantlib::Library::open(toOd(path), readOnly);
-}
-
-int schemaVersionOf(const std::string& path) {
-    SQLite::Database db(path, SQLite::OPEN_READONLY);
-    return db.execAndGet("PRAGMA user_version").getInt();
 }
 
 std::string unitName(OdDb::UnitsValue unit) {

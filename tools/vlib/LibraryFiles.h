@@ -14,9 +14,6 @@ namespace vlib {
 // name the file and the cause; they are passed on as they are.
 std::shared_ptr<vantlib::Library> openLibrary(const std::string& path, bool readOnly);
 
-// PRAGMA user_version of the file, read without opening it as a library.
-int schemaVersionOf(const std::string& path);
-
 // "millimetres", "inches", ...
 std::string unitName(OdDb::UnitsValue unit);
 

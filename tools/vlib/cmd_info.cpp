@@ -14,7 +14,7 @@ int infoCommand(const Words& words, std::ostream& out) {
     const std::string& path = args.positional()[0];
     const auto library = openLibrary(path, true);
     out << "file: " << path << '\n'
-        << "schema version: " << schemaVersionOf(path) << '\n'
+        << "schema version: " << library->schemaVersion() << '\n'
         << "unit: " << unitName(library->unit()) << (library->isImperial() ? " (imperial)" : " (metric)") << '\n'
         << "guid: " << toUtf8(library->guid()) << '\n';
     if (!library->description().isEmpty())

@@ -17,6 +17,7 @@ void printUsage(std::ostream& out) {
            "                                      exit 1 when broken\n"
            "  copy SRC DST KIND NAME... [--on-clash skip|overwrite|rename]\n"
            "                                      copy named objects (and what they use) between libraries\n"
+           "  recover FILE                        finish the recovery of a library whose writer stopped midway\n"
            "  demo DIR                            write the demo drawing and its central library into DIR\n"
            "  help                                this text\n"
            "\n"
@@ -30,6 +31,7 @@ int dispatch(const Words& words, std::ostream& out) {
     static const std::map<std::string, Command> commands{
         {"create", createCommand}, {"info", infoCommand}, {"list", listCommand},
         {"check", checkCommand},   {"copy", copyCommand}, {"demo", demoCommand},
+        {"recover", recoverCommand},
     };
     if (words.empty())
         throw UsageError("no command given");

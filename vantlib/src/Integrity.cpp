@@ -42,12 +42,10 @@ std::string orphanedLinkRows(const std::string& linkTable) {
 }  // namespace
 
 std::vector<OdString> checkIntegrity(const OdString& path) {
-    checkFileHeader(path, false);
-    inspectLibrary(path);
+    OpenedFile file = openLibraryFile(path, FileAccess::kReadOnly);
     std::vector<OdString> problems;
     try {
-        auto connection = connect(path, FileAccess::kReadOnly, false);
-        sqlite3* db = connection->getHandle();
+        sqlite3* db = file.db->getHandle();
         {
             Statement check(db, "PRAGMA integrity_check");
             while (check.step()) {

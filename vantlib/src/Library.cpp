@@ -5,6 +5,8 @@
 #include <random>
 #include <type_traits>
 
+#include <SQLiteCpp/Transaction.h>
+
 #include <vantlib/Composition.h>
 #include <vantlib/LibraryManager.h>
 #include <vantlib/Reactor.h>
@@ -73,64 +75,66 @@ std::shared_ptr<Library> Library::create(const OdString& path, OdDb::UnitsValue 
         throw ReadOnly(path);
     try {
         auto db = connect(path, FileAccess::kReadWrite, true);
-        preferWriteAheadLog(*db);
-        execute(db->getHandle(), "BEGIN IMMEDIATE");
-        try {
+        {
+            SQLite::Transaction transaction(*db, SQLite::TransactionBehavior::IMMEDIATE);
             if (hasLibraryTables(db->getHandle()))
                 throw AlreadyExists(path);
-            if (schemaVersion(db->getHandle()) != 0)
+            if (vantlib::schemaVersion(db->getHandle()) != 0)
                 throw NotALibrary(path, OdString(L"the file's schema version slot is used by another format"));
             createSchema(db->getHandle(), newGuid(), unit);
-            execute(db->getHandle(), "COMMIT");
-        } catch (...) {
-            sqlite3_exec(db->getHandle(), "ROLLBACK", nullptr, nullptr, nullptr);
-            throw;
+            transaction.commit();
         }
-        auto store = std::make_unique<LibraryStore>(std::move(db), path, false);
+        auto store = std::make_unique<LibraryStore>(std::move(db), path, false, kSchemaVersion);
         store->loadMeta();
-        std::shared_ptr<Library> library(new Library(std::move(store)));
-        library->m_store->attach(library);
-        return library;
+        return Library::attachStore(std::move(store));
     } catch (const SQLite::Exception& e) {
-        throw NotALibrary(path, textFromUtf8(std::string(e.what())));
+        throwOpenError(path, e.getExtendedErrorCode(), e.what());
+    } catch (const StorageError& e) {
+        throwOpenError(path, e.sqliteCode(), e.what());
     }
 }
 
 std::shared_ptr<Library> Library::open(const OdString& path, bool readOnly) {
-    checkFileHeader(path, false);
-    int version = inspectLibrary(path);
     bool writable = !readOnly && canWrite(path);
+    OpenedFile file = openLibraryFile(path, writable ? FileAccess::kReadWrite : FileAccess::kReadOnly);
     try {
-        auto db = connect(path, writable ? FileAccess::kReadWrite : FileAccess::kReadOnly, false);
+        // Read before anything is written: a file that fails here stays as it is.
+        // A writable open brings an older schema up to date below.
+        auto store = std::make_unique<LibraryStore>(std::move(file.db), path, !writable,
+                                                    writable ? kSchemaVersion : file.schemaVersion);
+        store->loadMeta();
         if (writable) {
-            preferWriteAheadLog(*db);
-            if (version < kSchemaVersion) {
-                execute(db->getHandle(), "BEGIN IMMEDIATE");
-                try {
-                    migrateSchema(db->getHandle(), schemaVersion(db->getHandle()));
-                    execute(db->getHandle(), "COMMIT");
-                } catch (...) {
-                    sqlite3_exec(db->getHandle(), "ROLLBACK", nullptr, nullptr, nullptr);
-                    throw;
-                }
+            SQLite::Database& db = store->database();
+            useRollbackJournal(db, path);
+            if (file.schemaVersion < kSchemaVersion) {
+                SQLite::Transaction transaction(db, SQLite::TransactionBehavior::IMMEDIATE);
+                migrateSchema(db.getHandle(), file.schemaVersion);
+                transaction.commit();
             }
         }
-        auto store = std::make_unique<LibraryStore>(std::move(db), path, !writable);
-        store->loadMeta();
-        std::shared_ptr<Library> library(new Library(std::move(store)));
-        library->m_store->attach(library);
-        return library;
+        return Library::attachStore(std::move(store));
     } catch (const SQLite::Exception& e) {
-        throw NotALibrary(path, textFromUtf8(std::string(e.what())));
+        throwOpenError(path, e.getExtendedErrorCode(), e.what());
+    } catch (const StorageError& e) {
+        throwOpenError(path, e.sqliteCode(), e.what());
     }
+}
+
+std::shared_ptr<Library> Library::attachStore(std::unique_ptr<LibraryStore> store) {
+    std::shared_ptr<Library> library(new Library(std::move(store)));
+    library->m_store->attach(library);
+    return library;
 }
 
 bool Library::containsLibrary(const OdString& path) {
     try {
-        checkFileHeader(path, false);
-        inspectLibrary(path);
+        openLibraryFile(path, FileAccess::kReadOnly);
         return true;
     } catch (const NewerSchema&) {
+        return true;
+    } catch (const NeedsRecovery&) {
+        // Only libraries are opened for writing by this module, so the unfinished write
+        // was one of a library.
         return true;
     } catch (const Exception&) {
         return false;
@@ -138,6 +142,7 @@ bool Library::containsLibrary(const OdString& path) {
 }
 
 bool Library::isReadOnly() const { return m_store->isReadOnly(); }
+int Library::schemaVersion() const { return m_store->schemaVersion(); }
 const OdString& Library::filename() const { return m_store->path(); }
 const OdString& Library::guid() const { return m_store->guid(); }
 OdDb::UnitsValue Library::unit() const { return m_store->unit(); }
@@ -232,43 +237,45 @@ template <class T>
 QcSmartPtr<T> Library::save(const QcSmartPtr<T>& object) {
     if (!object)
         throw ConsistencyError(OdString(L"No object to save"));
-    return downcast<T>(m_store->saveObject(*object));
+    return downcast<T>(m_store->guardWrite([&] { return m_store->saveObject(*object); }));
 }
 
 template <class T>
 Library::RemoveResult Library::remove(const QcSmartPtr<T>& object) {
     if (!object || object->id() == 0)
         return kNotFound;
-    return m_store->removeObject(T::kType, object->id());
+    return m_store->guardWrite([&] { return m_store->removeObject(T::kType, object->id()); });
 }
 
 template <class T>
 Library::RemoveResult Library::remove(uint32_t id) {
-    return m_store->removeObject(T::kType, id);
+    return m_store->guardWrite([&] { return m_store->removeObject(T::kType, id); });
 }
 
 template <class T>
 std::set<unsigned> Library::remove(const std::set<unsigned>& ids) {
     m_store->requireWritable();
-    std::set<unsigned> kept;
-    LibraryStore::WriteScope scope(*m_store);
-    for (unsigned id : ids) {
-        RemoveResult result = m_store->removeObject(T::kType, id);
-        if (result == kReferenced || result == kVetoed)
-            kept.insert(id);
-    }
-    scope.commit();
-    return kept;
+    return m_store->guardWrite([&] {
+        std::set<unsigned> kept;
+        LibraryStore::WriteScope scope(*m_store);
+        for (unsigned id : ids) {
+            RemoveResult result = m_store->removeObject(T::kType, id);
+            if (result == kReferenced || result == kVetoed)
+                kept.insert(id);
+        }
+        scope.commit();
+        return kept;
+    });
 }
 
 template <class T>
 unsigned Library::purge() {
-    return m_store->purge(T::kType);
+    return m_store->guardWrite([&] { return m_store->purge(T::kType); });
 }
 
 void Library::copy(const std::shared_ptr<const Library>& source, const std::set<ObjectKey>& keys, IdMapping& mapping,
                    TransactionType transactionType) {
-    m_store->copyFrom(source, keys, mapping, transactionType);
+    m_store->guardWrite([&] { m_store->copyFrom(source, keys, mapping, transactionType); });
 }
 
 OdString getImplFilename(const Library& library) { return library.filename(); }

@@ -9,14 +9,12 @@
 
 namespace vantlib {
 
-LibraryStore::LibraryStore(std::unique_ptr<SQLite::Database> db, const OdString& path, bool readOnly)
-    : m_db(std::move(db)), m_path(path), m_readOnly(readOnly) {}
+LibraryStore::LibraryStore(std::unique_ptr<SQLite::Database> db, const OdString& path, bool readOnly, int schemaVersion)
+    : m_db(std::move(db)), m_path(path), m_file(identityOf(path)), m_readOnly(readOnly), m_schemaVersion(schemaVersion) {}
 
 LibraryStore::~LibraryStore() {
     // Statements must be finalised before the connection closes.
     m_statements.clear();
-    if (!m_readOnly)
-        leaveWriteAheadLog(*m_db);
 }
 
 Statement& LibraryStore::statement(const std::string& sql) const {
@@ -47,9 +45,11 @@ void LibraryStore::loadMeta() {
 
 void LibraryStore::setDescription(const OdString& text) {
     requireWritable();
-    WriteScope scope(*this);
-    statement("INSERT OR REPLACE INTO lib_meta(key, value) VALUES ('description', ?1)").bind(1, text).run();
-    scope.commit();
+    guardWrite([&] {
+        WriteScope scope(*this);
+        statement("INSERT OR REPLACE INTO lib_meta(key, value) VALUES ('description', ?1)").bind(1, text).run();
+        scope.commit();
+    });
     m_description = text;
 }
 
@@ -57,14 +57,49 @@ void LibraryStore::setDescription(const OdString& text) {
 
 std::string LibraryStore::savepointName() const { return "vl_level_" + std::to_string(m_depth); }
 
+void LibraryStore::checkFileBeforeWriting() {
+    if (identityOf(m_path) != m_file) {
+        m_readOnly = true;
+        throw FileReplaced(m_path);
+    }
+    // An open connection could still write a file whose permissions were taken away, but the
+    // owner of the file has said that it is not to be changed any more.
+    if (!canWrite(m_path))
+        writeFailed(SQLITE_READONLY, OdString(L"the file or its folder is read-only"));
+}
+
+void LibraryStore::writeFailed(int code, const OdString& reason) {
+    if (code == SQLITE_READONLY_DBMOVED) {
+        m_readOnly = true;
+        throw FileReplaced(m_path);
+    }
+    if (isWriteRefusal(code)) {
+        m_readOnly = true;
+        throw WriteRefused(m_path, reason.isEmpty() ? plainReason(code) : reason);
+    }
+    if (isDamage(code)) {
+        m_readOnly = true;
+        throw Damaged(m_path, plainReason(code));
+    }
+}
+
 void LibraryStore::begin() {
     requireWritable();
     if (m_depth == 0) {
+        checkFileBeforeWriting();
         // IMMEDIATE takes the write lock now (waiting up to the busy timeout), so that what
         // this transaction reads cannot be changed by another process before it writes.
-        execute(db(), "BEGIN IMMEDIATE");
+        try {
+            m_outer = std::make_unique<SQLite::Transaction>(*m_db, SQLite::TransactionBehavior::IMMEDIATE);
+        } catch (const SQLite::Exception& e) {
+            OdString message = textFromUtf8(std::string(e.what()));
+            writeFailed(e.getExtendedErrorCode(), OdString());
+            throw StorageError(OdString(L"BEGIN: ") + message, e.getExtendedErrorCode());
+        }
         clearNameCaches();
     } else {
+        // SQLiteCpp's Savepoint (3.2) rolls back without releasing the savepoint, which would
+        // leave one behind per undone level, so the inner levels are written here.
         statement("SAVEPOINT " + savepointName()).run();
     }
     ++m_depth;
@@ -83,16 +118,23 @@ void LibraryStore::commit() {
     if (m_depth == 0)
         throw ConsistencyError(OdString(L"No transaction to commit"));
     if (m_depth == 1) {
-        int rc = sqlite3_exec(db(), "COMMIT", nullptr, nullptr, nullptr);
-        if (rc != SQLITE_OK) {
-            // The changes cannot be kept: undo them rather than leave the level half open.
-            sqlite3_exec(db(), "ROLLBACK", nullptr, nullptr, nullptr);
+        try {
+            m_outer->commit();
+        } catch (const SQLite::Exception& e) {
+            // The changes cannot be kept: undo them (SQLite may have done so already) rather
+            // than leave the level half open. The message is the commit's, taken first.
+            OdString message = textFromUtf8(std::string(e.what()));
+            int code = e.getExtendedErrorCode();
+            resetStatements();
+            m_outer.reset();
             m_depth = 0;
             clearNameCaches();
             if (Library::Reactor* r = reactor())
                 r->onTransactionEnd(selfConst(), kTransactionRolledBack);
-            throwSqliteError(db(), rc, "COMMIT");
+            writeFailed(code, OdString());
+            throw StorageError(OdString(L"COMMIT: ") + message, code);
         }
+        m_outer.reset();
         m_depth = 0;
         clearNameCaches();
     } else {
@@ -111,39 +153,33 @@ void LibraryStore::rollback() {
         r->onTransactionEnd(selfConst(), kTransactionRolledBack);
 }
 
-void LibraryStore::rollbackLevel() {
-    // Statements left mid-result would keep the rollback from releasing locks.
+void LibraryStore::resetStatements() {
+    // Statements left mid-result would keep a rollback from releasing locks.
     for (auto& entry : m_statements)
         sqlite3_reset(entry.second->handle());
-    if (m_depth == 1) {
-        m_depth = 0;
-        clearNameCaches();
+}
+
+void LibraryStore::rollbackLevel() {
+    resetStatements();
+    --m_depth;
+    clearNameCaches();
+    if (m_depth == 0) {
+        // SQLiteCpp's transaction rolls back, and accepts that SQLite may already have undone
+        // the transaction after a failed write; one still open afterwards is a real failure.
+        m_outer.reset();
         if (sqlite3_get_autocommit(db()) == 0)
-            execute(db(), "ROLLBACK");
-    } else {
-        --m_depth;
+            throw StorageError(OdString(L"ROLLBACK: ") + textFromUtf8(std::string(sqlite3_errmsg(db()))),
+                               sqlite3_extended_errcode(db()));
+    } else if (sqlite3_get_autocommit(db()) == 0) {
+        // (Without a transaction SQLite has undone the whole of it; the outer levels end too.)
         std::string name = savepointName();
         execute(db(), ("ROLLBACK TO " + name + "; RELEASE " + name).c_str());
-        clearNameCaches();
     }
 }
 
-LibraryStore::ReadScope::ReadScope(const LibraryStore& store) : m_store(store) {
-    if (store.m_depth == 0 && sqlite3_get_autocommit(store.db())) {
-        store.statement("BEGIN").run();
-        m_open = true;
-    }
-}
-
-LibraryStore::ReadScope::~ReadScope() {
-    if (m_open) {
-        try {
-            m_store.statement("COMMIT").run();
-        } catch (...) {
-            // A read transaction has nothing to lose; make sure it is closed.
-            sqlite3_exec(m_store.db(), "ROLLBACK", nullptr, nullptr, nullptr);
-        }
-    }
+LibraryStore::ReadScope::ReadScope(const LibraryStore& store) {
+    if (store.m_depth == 0 && sqlite3_get_autocommit(store.db()))
+        m_snapshot.emplace(*store.m_db);
 }
 
 void LibraryStore::clearNameCaches() { m_nameCaches.clear(); }

@@ -5,8 +5,10 @@
 #include <sqlite3.h>
 
 #include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Transaction.h>
 
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -19,13 +21,14 @@
 #include <vantlib/Reactor.h>
 
 #include "Kinds.h"
+#include "LibraryFile.h"
 #include "Statement.h"
 
 namespace vantlib {
 
 class LibraryStore {
 public:
-    LibraryStore(std::unique_ptr<SQLite::Database> db, const OdString& path, bool readOnly);
+    LibraryStore(std::unique_ptr<SQLite::Database> db, const OdString& path, bool readOnly, int schemaVersion);
     ~LibraryStore();
 
     // ---- Identity
@@ -35,7 +38,9 @@ public:
     const std::weak_ptr<Library>& weakSelf() const { return m_self; }
     Library* owner() const { return m_owner; }
     const OdString& path() const { return m_path; }
+    // Also true once the file stopped taking writes while open (see WriteRefused).
     bool isReadOnly() const { return m_readOnly; }
+    int schemaVersion() const { return m_schemaVersion; }
     const OdString& guid() const { return m_guid; }
     OdDb::UnitsValue unit() const { return m_unit; }
     const OdString& description() const { return m_description; }
@@ -44,6 +49,7 @@ public:
 
     // ---- SQL
     sqlite3* db() const { return m_db->getHandle(); }
+    SQLite::Database& database() { return *m_db; }
     // A prepared statement kept for the life of the connection, reset and ready to bind.
     Statement& statement(const std::string& sql) const;
     void requireWritable() const;
@@ -53,6 +59,19 @@ public:
     void begin();
     void commit();
     void rollback();
+
+    // Runs one write operation of the library's interface. A failure that means the file no
+    // longer takes writes turns the library read-only and becomes WriteRefused; damage
+    // becomes Damaged; anything else passes as it is.
+    template <class Operation>
+    auto guardWrite(Operation&& operation) -> decltype(operation()) {
+        try {
+            return operation();
+        } catch (const StorageError& e) {
+            writeFailed(e.sqliteCode(), OdString());
+            throw;
+        }
+    }
 
     // Keeps a write level open for one library operation; rolls it back unless committed.
     class WriteScope {
@@ -79,11 +98,11 @@ public:
     class ReadScope {
     public:
         explicit ReadScope(const LibraryStore& store);
-        ~ReadScope();
 
     private:
-        const LibraryStore& m_store;
-        bool m_open = false;
+        // A read has nothing to keep: the transaction is rolled back when the scope ends,
+        // which also succeeds while a statement is still mid-result.
+        std::optional<SQLite::Transaction> m_snapshot;
     };
 
     // ---- Names
@@ -133,16 +152,27 @@ public:
     void notifySaved(const ObjectKey& key, bool isNew);
 
 private:
+    // Before the first change of a transaction: the file must still be the one opened and
+    // still be writable.
+    void checkFileBeforeWriting();
+    // Marks the library read-only and throws the error that `code` means, if it means one.
+    // `reason` replaces SQLite's words for the code when given.
+    void writeFailed(int code, const OdString& reason);
     void clearNameCaches();
     void forgetName(ObjectType type, uint32_t id);
     std::string savepointName() const;
     // Undoes the innermost level without telling the reactor.
     void rollbackLevel();
+    void resetStatements();
 
     std::unique_ptr<SQLite::Database> m_db;
     mutable std::unordered_map<std::string, std::unique_ptr<Statement>> m_statements;
+    // The outermost level; inner levels are savepoints named after their depth.
+    std::unique_ptr<SQLite::Transaction> m_outer;
     OdString m_path;
+    FileIdentity m_file;
     bool m_readOnly;
+    int m_schemaVersion;
     OdString m_guid;
     OdDb::UnitsValue m_unit = OdDb::kUnitsMillimeters;
     OdString m_description;

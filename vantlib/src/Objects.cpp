@@ -21,7 +21,8 @@ void Object::save() {
     if (!owner)
         throw ConsistencyError(OdString::formatted(L"'%ls' belongs to no library and cannot be saved", name().c_str()));
     bool skipped = false;
-    QcSmartPtr<Object> stored = owner->store().saveObject(*this, &skipped);
+    LibraryStore& store = owner->store();
+    QcSmartPtr<Object> stored = store.guardWrite([&] { return store.saveObject(*this, &skipped); });
     if (stored && !skipped) {
         m_id = stored->id();
         m_name = stored->name();

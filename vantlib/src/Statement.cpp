@@ -11,7 +11,10 @@ void throwSqliteError(sqlite3* db, int code, const char* context) {
                                            textFromUtf8(std::string(db ? sqlite3_errmsg(db) : sqlite3_errstr(code))).c_str());
     if ((code & 0xFF) == SQLITE_CONSTRAINT)
         throw ConsistencyError(message);
-    throw StorageError(message);
+    // The connection's extended code tells apart, say, a full disk from a journal that cannot
+    // be created; it belongs to this failure when its primary part matches.
+    int extended = db ? sqlite3_extended_errcode(db) : code;
+    throw StorageError(message, (extended & 0xFF) == (code & 0xFF) ? extended : code);
 }
 
 void execute(sqlite3* db, const char* sql) {

@@ -61,6 +61,8 @@ OpenResult openShared(const OdString& path, bool readOnly) {
         result.error = LibraryFileError::kLoadingError;
     } catch (const vantlib::NewerSchema&) {
         result.error = LibraryFileError::kLoadingError;
+    } catch (const vantlib::Damaged&) {
+        result.error = LibraryFileError::kLoadingError;
     } catch (const std::exception&) {
         result.error = LibraryFileError::kUnknownError;
     }

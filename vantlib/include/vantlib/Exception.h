@@ -85,6 +85,49 @@ private:
 class ReadOnly : public FileError {
 public:
     explicit ReadOnly(const OdString& path) : FileError(path, OdString(L"Library is read-only: ") + path) {}
+
+protected:
+    ReadOnly(const OdString& path, const OdString& message) : FileError(path, message) {}
+};
+
+// The file of an open library stopped accepting writes (its permissions or its folder's
+// changed, the disk refused or is full). The change was rolled back, what was saved before
+// stays, and the library is read-only from then on.
+class WriteRefused : public ReadOnly {
+public:
+    WriteRefused(const OdString& path, const OdString& reason)
+        : ReadOnly(path, OdString::formatted(L"Library file %ls can no longer be written (%ls); the change was not "
+                                             L"saved and the library stays open for reading only",
+                                             path.c_str(), reason.c_str())) {}
+};
+
+// The file of an open library was deleted or replaced by another file. Nothing is written into
+// the file that is gone; the library is read-only from then on.
+class FileReplaced : public ReadOnly {
+public:
+    explicit FileReplaced(const OdString& path)
+        : ReadOnly(path, OdString::formatted(L"Library file %ls was deleted or replaced while it was open; the change "
+                                             L"was not saved and the library stays open for reading only",
+                                             path.c_str())) {}
+};
+
+// The library's storage is damaged (SQLite found malformed pages). Such a file is not written.
+class Damaged : public FileError {
+public:
+    Damaged(const OdString& path, const OdString& reason)
+        : FileError(path, OdString::formatted(L"%ls: the library is damaged: %ls; run vlib check", path.c_str(),
+                                              reason.c_str())) {}
+};
+
+// A program stopped while writing the library and its journal still holds the unfinished
+// change. The first open that may write the file undoes it; an open that may not write
+// cannot read the file until then.
+class NeedsRecovery : public FileError {
+public:
+    explicit NeedsRecovery(const OdString& path)
+        : FileError(path, OdString::formatted(L"Library file %ls needs recovery: a program stopped while writing it. "
+                                              L"Open it once with write access to recover it",
+                                              path.c_str())) {}
 };
 
 // The library already exists where a new one was to be created.
@@ -97,7 +140,12 @@ public:
 // rolled back.
 class StorageError : public Exception {
 public:
-    using Exception::Exception;
+    explicit StorageError(const OdString& message, int sqliteCode = 0) : Exception(message), m_code(sqliteCode) {}
+    // The extended SQLite result code, 0 when the failure did not come from SQLite.
+    int sqliteCode() const { return m_code; }
+
+private:
+    int m_code;
 };
 
 }  // namespace vantlib

@@ -57,9 +57,10 @@ public:
     // tables). Throws AlreadyExists when the file holds a library, NotALibrary when it is not
     // an SQLite database, ReadOnly when it cannot be written.
     static std::shared_ptr<Library> create(const OdString& path, OdDb::UnitsValue unit);
-    // Opens an existing library. Throws FileMissing, NotALibrary or NewerSchema without
-    // touching the file. A file that cannot be written opens read-only. Older schemas are
-    // migrated on a writable open.
+    // Opens an existing library. Throws FileMissing, NotALibrary, NewerSchema or Damaged
+    // without touching the file. A file that cannot be written opens read-only. A writable
+    // open first undoes a write that a stopped program left unfinished; a read-only open of
+    // such a file throws NeedsRecovery. Older schemas are migrated on a writable open.
     static std::shared_ptr<Library> open(const OdString& path, bool readOnly = false);
     // True when the file exists and holds library tables (any schema version).
     static bool containsLibrary(const OdString& path);
@@ -68,7 +69,11 @@ public:
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
 
+    // True for a library opened read-only, and from the moment its file stopped taking writes
+    // (WriteRefused, FileReplaced) or turned out damaged (Damaged).
     bool isReadOnly() const;
+    // PRAGMA user_version of the file as read at opening (kSchemaVersion once migrated).
+    int schemaVersion() const;
     const OdString& filename() const;
     // Identity of the library, kept for its whole life (also when the file is moved).
     const OdString& guid() const;
@@ -137,6 +142,7 @@ public:
 
 private:
     Library(std::unique_ptr<LibraryStore> store);
+    static std::shared_ptr<Library> attachStore(std::unique_ptr<LibraryStore> store);
     friend class LibraryStore;
     std::unique_ptr<LibraryStore> m_store;
 };

@@ -23,7 +23,7 @@ namespace vl_db {
 enum class LibraryFileError {
     kNone = 0,      // available, or simply not configured
     kMissing,       // the file does not exist (and the file finder did not find it)
-    kLoadingError,  // not a library, or written by a newer version
+    kLoadingError,  // not a library, damaged, or written by a newer version
     kUnknownError,  // anything else that prevented reading it
 };
 
