@@ -5,6 +5,7 @@
 #include <wx/app.h>
 
 #include "StudioApp.h"
+#include "StudioHost.h"
 #include "StudioOptions.h"
 
 wxIMPLEMENT_APP_NO_MAIN(StudioApp);
@@ -20,6 +21,9 @@ int main(int argc, char** argv) {
         std::fputs(StudioOptions::usage(), stdout);
         return 0;
     }
+    // Decided before the toolkit starts: listing needs no display.
+    if (options.listCommands)
+        return listCommandsWithoutDisplay(options);
     auto* app = new StudioApp;
     app->setOptions(options);
     wxApp::SetInstance(app);
