@@ -4,6 +4,7 @@
 
 #include "../support/DecimalCommaLocale.h"
 #include "OdError.h"
+#include "OdNumberText.h"
 #include "OdTypedValue.h"
 #include "OdUnits.h"
 #include "OdUnitsFormatter.h"
@@ -206,6 +207,8 @@ TEST(UnitsUnderADecimalCommaLocale, ReadAndWriteWithAPoint) {
     EXPECT_EQ(OdUnitsFormatter::formatL(15.5, 1, 2), OdString(L"1.55E+01"));
     EXPECT_EQ(OdUnitsFormatter::formatL(0.125, 5, 3), OdString(L"1/8"));
 
+    EXPECT_EQ(OdNumberText::general(2400.5), L"2400.5");
+    EXPECT_EQ(OdNumberText::general(0.000012), L"1.2e-05");
     EXPECT_EQ(OdTypedValue(0.25).toText(), OdString(L"double:0.25"));
     EXPECT_DOUBLE_EQ(OdTypedValue::fromText(L"double:1.5").asDouble(), 1.5);
     EXPECT_DOUBLE_EQ(OdTypedValue::fromText(OdTypedValue(0.1).toText()).asDouble(), 0.1);

@@ -18,6 +18,10 @@ std::wstring fixed(double value, int decimals);
 // two exponent digits.
 std::wstring scientific(double value, int decimals);
 
+// As "%.*g" in the C locale: at most `significantDigits` digits, no trailing zeros, exponent
+// notation for very large or small values ("%g" is general(value, 6)).
+std::wstring general(double value, int significantDigits = 6);
+
 // As "%.17g" in the C locale: enough digits to read back as the same double.
 std::wstring precise(double value);
 

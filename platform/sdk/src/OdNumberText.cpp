@@ -70,9 +70,12 @@ std::wstring scientific(double value, int decimals) {
     return text;
 }
 
-std::wstring precise(double value) {
+std::wstring general(double value, int significantDigits) {
     char buffer[kBufferSize];
-    return widened(buffer, std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 17));
+    return widened(buffer,
+                   std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, significantDigits));
 }
+
+std::wstring precise(double value) { return general(value, 17); }
 
 }  // namespace OdNumberText
