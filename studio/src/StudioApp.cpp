@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include <wx/log.h>
+
 #include "MainFrame.h"
 #include "OaApp.h"
 #include "Screenshot.h"
@@ -13,6 +15,8 @@ StudioApp::StudioApp() = default;
 StudioApp::~StudioApp() = default;
 
 bool StudioApp::OnInit() {
+    // The toolkit is up: messages go to wx's usual target again (message boxes).
+    delete wxLog::SetActiveTarget(nullptr);
     m_host = std::make_unique<StudioHost>(m_options);
     const wxString command = wxString::FromUTF8(m_options.command);
     if (!command.empty() && !m_host->app().findCommand(command)) {

@@ -86,7 +86,7 @@ TEST(Studio, ListsBuiltInCommandsAndRejectsUnknownOnes) {
     EXPECT_NE(help.out.find("--screenshot"), std::string::npos);
 }
 
-TEST(Studio, HelpAndCommandListNeedNoDisplay) {
+TEST(Studio, HelpAndCommandListNeedNoDisplayTheWindowFailsCleanlyWithout) {
     StudioRunner studio;
     const StudioResult help = studio.runWithoutDisplay({"--help"});
     EXPECT_EQ(help.exitCode, 0) << help.err;
@@ -95,6 +95,12 @@ TEST(Studio, HelpAndCommandListNeedNoDisplay) {
     ASSERT_EQ(list.exitCode, 0) << list.err;
     EXPECT_NE(list.out.find("about\n"), std::string::npos) << list.out;
     EXPECT_NE(list.out.find("materials\n"), std::string::npos) << "the modules' commands too: " << list.out;
+
+    // The window itself does need one: a clear message and a failed exit, not a toolkit crash.
+    const StudioResult window = studio.runWithoutDisplay({});
+    EXPECT_NE(window.exitCode, 0);
+    EXPECT_NE(window.err.find("DISPLAY"), std::string::npos) << window.err;
+    EXPECT_EQ(window.err.find("Gtk-ERROR"), std::string::npos) << window.err;
 }
 
 // The studio's own lines on the command line follow --lang like the module's.
