@@ -4,6 +4,8 @@
 
 #include "app/Module.h"
 
+VL_MODULE_INTERFACE_EXPORT
+
 namespace {
 const ca::CAppInitializer g_initializer(vl_app::initModule, vl_app::uninitModule);
 }

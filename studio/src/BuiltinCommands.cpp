@@ -7,6 +7,7 @@
 #include "HatchPatternGallery.h"
 #include "MainFrame.h"
 #include "OaApp.h"
+#include "OdStringWx.h"
 #include "Prompt.h"
 
 // `frame` is read when a command runs: commands are registered before the window exists.
@@ -29,9 +30,9 @@ void registerBuiltinCommands(oa::OaApp& app, DrawingSession& session, MainFrame*
             return;
         }
         const ca::TransmittalFiles files = app.collectTransmittalFiles(session.database());
-        ca::promptf(L"%u file(s) travel with the drawing:", files.size());
+        ca::prompt(wxString::Format(_("%u file(s) travel with the drawing:"), files.size()));
         for (const auto& file : files)
-            ca::promptf(L"  %ls (type %d)", file.first.c_str(), static_cast<int>(file.second));
+            ca::prompt("  " + wxString::Format(_("%s (type %d)"), toWx(file.first), static_cast<int>(file.second)));
     });
     app.addCommand("hatch-patterns", _("Hatch patterns"), [&frame] {
         wxg::DlgHatchPatternGallery gallery(frame);

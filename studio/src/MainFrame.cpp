@@ -181,7 +181,7 @@ bool MainFrame::openDrawing(const wxString& path) {
         return false;
     }
     m_infoBar->Dismiss();
-    ca::promptf(L"Opened %ls.", path.wc_str());
+    ca::prompt(wxString::Format(_("Opened %s."), path));
     refreshDrawingInfo();
     return true;
 }

@@ -7,11 +7,9 @@
 
 #include "StudioOptions.h"
 
-class DrawingSession;
 class MainFrame;
 class ScreenshotTaker;
-
-namespace oa { class OaApp; }
+class StudioHost;
 
 class StudioApp : public wxApp {
 public:
@@ -26,12 +24,10 @@ public:
     static int s_exitCode;
 
 private:
-    void loadModules();
     void shutDownHost();
 
     StudioOptions m_options;
-    std::unique_ptr<oa::OaApp> m_host;
-    std::unique_ptr<DrawingSession> m_session;
+    std::unique_ptr<StudioHost> m_host;
     std::unique_ptr<ScreenshotTaker> m_screenshot;
     MainFrame* m_frame = nullptr;
 };

@@ -24,5 +24,6 @@ void setupTranslations(const wxString& language) {
     translations->AddStdCatalog();
     const bool found = translations->AddCatalog("vantlib_app");
     if (!found && !language.empty() && !language.StartsWith("en"))
-        ca::promptf(L"No translations for the language \"%ls\" were found; texts stay in English.", language.wc_str());
+        ca::prompt(wxString::Format(_("No translations for the language \"%s\" were found; texts stay in English."),
+                                    language));
 }

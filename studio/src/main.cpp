@@ -3,8 +3,10 @@
 #include <string>
 
 #include <wx/app.h>
+#include <wx/log.h>
 
 #include "StudioApp.h"
+#include "StudioHost.h"
 #include "StudioOptions.h"
 
 wxIMPLEMENT_APP_NO_MAIN(StudioApp);
@@ -20,6 +22,12 @@ int main(int argc, char** argv) {
         std::fputs(StudioOptions::usage(), stdout);
         return 0;
     }
+    // Decided before the toolkit starts: listing needs no display.
+    if (options.listCommands)
+        return listCommandsWithoutDisplay(options);
+    // Until the toolkit is up, wx's messages (why it could not start, above all) go to stderr:
+    // its message boxes would need the display that may be missing. OnInit hands them back.
+    delete wxLog::SetActiveTarget(new wxLogStderr);
     auto* app = new StudioApp;
     app->setOptions(options);
     wxApp::SetInstance(app);

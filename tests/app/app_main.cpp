@@ -15,6 +15,8 @@
 #include <MainThread.h>
 #include <WxgConfig.h>
 
+#include <WxDisplay.h>
+
 namespace {
 class TestApp : public wxApp {
 public:
@@ -24,16 +26,16 @@ public:
 
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
+    // ctest lists the tests before it runs them; listing needs no display.
+    if (::testing::GTEST_FLAG(list_tests))
+        return RUN_ALL_TESTS();
     const auto settings = std::filesystem::temp_directory_path() / ("vl_app_settings_" + std::to_string(::getpid()));
     std::filesystem::create_directories(settings);
     ::setenv("VL_CONFIG_DIR", settings.c_str(), 1);
 
-    wxApp::SetInstance(new TestApp);
     int wxArgc = 1;
-    if (!wxEntryStart(wxArgc, argv)) {
-        std::fprintf(stderr, "These tests need a display (run them under xvfb-run).\n");
+    if (!vl_test::startWxWithDisplay([] { return new TestApp; }, wxArgc, argv))
         return 1;
-    }
     wxTheApp->CallOnInit();
     wxInitAllImageHandlers();
     wxg::WxgConfig::reload();

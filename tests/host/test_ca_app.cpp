@@ -69,6 +69,28 @@ TEST(CaAppModules, LoadsOnceRunsStartUpOnceAndShutsDownInReverse) {
     EXPECT_EQ(countPromptLines("uninit vl_test_base"), 1) << "shut-down runs once";
 }
 
+TEST(CaAppModules, ModuleOfAnotherInterfaceVersionIsRefusedWithoutStarting) {
+    ca::clearPromptLog();
+    ca::CaApp app;
+    app.setModuleDir(VL_TEST_HOST_MODULE_DIR);
+
+    EXPECT_FALSE(app.loadDrx("vl_test_other_interface", true));
+    EXPECT_EQ(countPromptLines(wxString::Format("built for version %d of the host interface, but this host has "
+                                                "version %d",
+                                                ca::kModuleInterfaceVersion + 1, ca::kModuleInterfaceVersion)),
+              1);
+    EXPECT_FALSE(app.loadDrx("vl_test_no_interface", true));
+    EXPECT_EQ(countPromptLines("does not state the version of the host interface"), 1);
+    EXPECT_FALSE(app.isDrxLoaded("vl_test_other_interface"));
+    EXPECT_FALSE(app.isDrxLoaded("vl_test_no_interface"));
+
+    // Their start-up functions were dropped with them.
+    app.runPendingInitializers();
+    EXPECT_EQ(countPromptLines("init vl_test_other_interface"), 0);
+    EXPECT_EQ(countPromptLines("init vl_test_no_interface"), 0);
+    app.uninitAll();
+}
+
 TEST(CaAppModules, BrokenModuleFileIsReportedAndNotRecorded) {
     TempFolder folder;
     folder.write("vl_broken.so", "this is not a shared library");

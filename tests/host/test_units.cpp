@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "../support/DecimalCommaLocale.h"
 #include "CaUnits.h"
 #include "OdError.h"
 
@@ -44,6 +45,15 @@ TEST(Rtos, FormatsInTheRequestedModeAndRejectsBadModes) {
     EXPECT_EQ(ca::rtos(15.5, 4, 4), "1'-3 1/2\"");
     EXPECT_EQ(ca::rtos(1.0 / 3.0), "0.3333") << "decimal with 4 places without a drawing";
     EXPECT_THROW(ca::rtos(1.0, 9, 2), OdError);
+}
+
+TEST(Angtos, WritesAPointUnderADecimalCommaLocale) {
+    DecimalCommaLocale german;
+    ASSERT_TRUE(german.active()) << "the locale de_DE.UTF-8 is missing: run tools/install-deps.sh";
+    EXPECT_EQ(ca::angtos(M_PI / 4, 0, 2), "45.00");
+    EXPECT_EQ(ca::angtos(M_PI / 4, 2, 1), "50.0g");
+    EXPECT_EQ(ca::angtos(1.0, 3, 3), "1.000r");
+    EXPECT_EQ(ca::angtos(M_PI / 4 + M_PI / 360 + M_PI / 648000.0 / 4, 1, 6), "45d30'0.25\"");
 }
 
 TEST(Angtos, WritesEachAngleFormat) {

@@ -7,6 +7,7 @@
 
 #include "MainThread.h"
 #include "TestSupport.h"
+#include "WxDisplay.h"
 
 namespace {
 class TestApp : public wxApp {
@@ -17,12 +18,12 @@ public:
 
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
-    wxApp::SetInstance(new TestApp);
+    // ctest lists the tests before it runs them; listing needs no display.
+    if (::testing::GTEST_FLAG(list_tests))
+        return RUN_ALL_TESTS();
     int wxArgc = 1;
-    if (!wxEntryStart(wxArgc, argv)) {
-        std::fprintf(stderr, "The UI tests need a display (run them under xvfb-run).\n");
+    if (!vl_test::startWxWithDisplay([] { return new TestApp; }, wxArgc, argv))
         return 1;
-    }
     wxTheApp->CallOnInit();
     wxInitAllImageHandlers();
     useTemporarySettingsFolder();

@@ -2,18 +2,17 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <memory>
 
 #include <unistd.h>
 
 #include <wx/app.h>
 #include <wx/image.h>
-#include <wx/init.h>
 
 #include "HatchPatternGallery.h"
 #include "OdDbDatabase.h"
 #include "OdError.h"
 #include "PatternPreview.h"
+#include "WxDisplay.h"
 
 using namespace ca;
 namespace fs = std::filesystem;
@@ -22,14 +21,17 @@ namespace {
 
 class PatternPreviewTest : public ::testing::Test {
 protected:
+    // The other suites of this program need no display, so this one starts wx itself. A GUI
+    // application object must exist before the start, or wx starts console-only.
     static void SetUpTestSuite() {
-        // A GUI application object must exist before initialising, or wx starts console-only.
-        static std::unique_ptr<wxInitializer> initializer;
-        if (!initializer) {
-            wxApp::SetInstance(new wxApp);
-            initializer = std::make_unique<wxInitializer>();
+        static bool started = false;
+        if (!started) {
+            static int argc = 1;
+            static char name[] = "test_patterns";
+            static char* argv[] = {name, nullptr};
+            started = vl_test::startWxWithDisplay([] { return new wxApp; }, argc, argv);
         }
-        ASSERT_TRUE(initializer->IsOk()) << "wxWidgets needs a display (run under xvfb-run)";
+        ASSERT_TRUE(started) << "the pattern previews need a display (run under xvfb-run)";
     }
 
     static wxBitmap preview(const wxString& name, int type, double scale = 1.0, bool doubleHatch = false,

@@ -4,6 +4,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include <unistd.h>
+
+#include "PatParser.h"
 #include "PatternCatalogue.h"
 #include "PatternTracer.h"
 
@@ -75,6 +78,30 @@ TEST(PatternTracer, ZeroDashesAreDotsAndBudgetTruncates) {
     auto limited = tracePattern({family(0, 0, 0, 0, 0.001)}, PatternWindow{0, 0, 100, 100}, 1000);
     EXPECT_TRUE(limited.truncated);
     EXPECT_EQ(limited.segments.size(), 1000u);
+}
+
+// Patterns that once made the tracer walk a line without end. A trace that does not finish
+// within the alarm ends the program, which fails the test instead of hanging the run.
+TEST(PatternTracer, PatternsThatDrawNothingOrCannotAdvanceEndInBoundedTime) {
+    const PatternWindow window{-500, -500, 500, 500};
+    ::alarm(20);
+    const auto gapsOnly = parsePatText("*GAPS\n45, 0,0, 0,10, -1e-9\n", OdString(L"gaps.pat"));
+    ASSERT_EQ(gapsOnly.size(), 1u);
+    const TracedPattern nothing = tracePattern(gapsOnly[0].lines, window);
+    EXPECT_TRUE(nothing.segments.empty() && nothing.dots.empty());
+    EXPECT_FALSE(nothing.truncated) << "a family that draws nothing is skipped, not cut short";
+
+    // Far from the origin a dash this small no longer moves the position along the line.
+    const PatternWindow farAway{1e9, 1e9, 1e9 + 1000, 1e9 + 1000};
+    const TracedPattern stuck = tracePattern({family(0, 0, 0, 0, 10, {1e-12, -1e-12})}, farAway);
+    EXPECT_TRUE(stuck.truncated);
+
+    // Many dense families of tiny dashes: the budget of the picture ends the trace.
+    std::vector<PatternLineFamily> many(50, family(30, 0, 0, 0, 0.01, {1e-6, -1}));
+    const TracedPattern dense = tracePattern(many, window, 1000);
+    EXPECT_TRUE(dense.truncated);
+    EXPECT_LE(dense.segments.size() + dense.dots.size(), 1000u);
+    ::alarm(0);
 }
 
 TEST(PatternTracer, PlacementScalesAndRotatesAboutThePatternOrigin) {

@@ -2,7 +2,10 @@
 
 #include <cmath>
 
+#include "../support/DecimalCommaLocale.h"
 #include "OdError.h"
+#include "OdNumberText.h"
+#include "OdTypedValue.h"
 #include "OdUnits.h"
 #include "OdUnitsFormatter.h"
 
@@ -186,4 +189,27 @@ TEST(UnitsParser, RoundTripsThroughEveryNotation) {
             }
         }
     }
+}
+
+// The toolkit sets the user's locale; lengths and stored values must still read and write with
+// a point.
+TEST(UnitsUnderADecimalCommaLocale, ReadAndWriteWithAPoint) {
+    DecimalCommaLocale german;
+    ASSERT_TRUE(german.active()) << "the locale de_DE.UTF-8 is missing: run tools/install-deps.sh";
+    EXPECT_DOUBLE_EQ(parse(L"1.5"), 1.5);
+    EXPECT_DOUBLE_EQ(parse(L"0.001"), 0.001);
+    EXPECT_DOUBLE_EQ(parse(L"2.5e-3"), 0.0025);
+    EXPECT_DOUBLE_EQ(parse(L"1'-6.5\""), 18.5);
+    EXPECT_DOUBLE_EQ(parse(L"3 1/2"), 3.5);
+    EXPECT_EQ(parseError(L"1,5"), eInvalidInput) << "a comma is not a decimal separator in a drawing";
+
+    EXPECT_EQ(OdUnitsFormatter::formatL(15.5, 2, 4), OdString(L"15.5000"));
+    EXPECT_EQ(OdUnitsFormatter::formatL(15.5, 1, 2), OdString(L"1.55E+01"));
+    EXPECT_EQ(OdUnitsFormatter::formatL(0.125, 5, 3), OdString(L"1/8"));
+
+    EXPECT_EQ(OdNumberText::general(2400.5), L"2400.5");
+    EXPECT_EQ(OdNumberText::general(0.000012), L"1.2e-05");
+    EXPECT_EQ(OdTypedValue(0.25).toText(), OdString(L"double:0.25"));
+    EXPECT_DOUBLE_EQ(OdTypedValue::fromText(L"double:1.5").asDouble(), 1.5);
+    EXPECT_DOUBLE_EQ(OdTypedValue::fromText(OdTypedValue(0.1).toText()).asDouble(), 0.1);
 }

@@ -41,9 +41,15 @@ StudioRunner::~StudioRunner() {
 
 StudioResult StudioRunner::run(const std::vector<std::string>& args) const {
     const char* display = std::getenv("DISPLAY");
-    std::string command = "VL_CONFIG_DIR=" + quoted(m_folder) + " VL_PROMPT_STDERR=1 ";
-    if (!display || !*display)
-        command += "xvfb-run -a ";
+    return runWith(display && *display ? "" : "xvfb-run -a ", args);
+}
+
+StudioResult StudioRunner::runWithoutDisplay(const std::vector<std::string>& args) const {
+    return runWith("env -u DISPLAY -u WAYLAND_DISPLAY ", args);
+}
+
+StudioResult StudioRunner::runWith(const std::string& launcher, const std::vector<std::string>& args) const {
+    std::string command = "VL_CONFIG_DIR=" + quoted(m_folder) + " VL_PROMPT_STDERR=1 " + launcher;
     command += quoted(std::string(VL_BIN_DIR) + "/vlstudio");
     for (const std::string& arg : args)
         command += " " + quoted(arg);

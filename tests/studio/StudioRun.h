@@ -20,8 +20,13 @@ public:
     const std::string& folder() const { return m_folder; }
     std::string file(const std::string& name) const { return m_folder + "/" + name; }
 
+    // Under the test's display, or under xvfb-run when the test has none.
     StudioResult run(const std::vector<std::string>& args) const;
+    // With no display at all (DISPLAY and WAYLAND_DISPLAY unset).
+    StudioResult runWithoutDisplay(const std::vector<std::string>& args) const;
 
 private:
+    StudioResult runWith(const std::string& launcher, const std::vector<std::string>& args) const;
+
     std::string m_folder;
 };

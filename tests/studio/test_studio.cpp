@@ -86,6 +86,37 @@ TEST(Studio, ListsBuiltInCommandsAndRejectsUnknownOnes) {
     EXPECT_NE(help.out.find("--screenshot"), std::string::npos);
 }
 
+TEST(Studio, HelpAndCommandListNeedNoDisplayTheWindowFailsCleanlyWithout) {
+    StudioRunner studio;
+    const StudioResult help = studio.runWithoutDisplay({"--help"});
+    EXPECT_EQ(help.exitCode, 0) << help.err;
+    EXPECT_NE(help.out.find("--list-commands"), std::string::npos);
+    const StudioResult list = studio.runWithoutDisplay({"--list-commands"});
+    ASSERT_EQ(list.exitCode, 0) << list.err;
+    EXPECT_NE(list.out.find("about\n"), std::string::npos) << list.out;
+    EXPECT_NE(list.out.find("materials\n"), std::string::npos) << "the modules' commands too: " << list.out;
+
+    // The window itself does need one: a clear message and a failed exit, not a toolkit crash.
+    const StudioResult window = studio.runWithoutDisplay({});
+    EXPECT_NE(window.exitCode, 0);
+    EXPECT_NE(window.err.find("DISPLAY"), std::string::npos) << window.err;
+    EXPECT_EQ(window.err.find("Gtk-ERROR"), std::string::npos) << window.err;
+}
+
+// The studio's own lines on the command line follow --lang like the module's.
+TEST(Studio, CommandLineLinesAreGermanUnderLangDe) {
+    StudioRunner studio;
+    const std::string drawing = studio.file("haus.vldwg");
+    OdDbDatabase::create(OdString::fromUtf8(drawing), OdDb::kUnitsMillimeters);
+    const StudioResult result =
+        studio.run({drawing, "--lang", "de", "--command", "etransmit", "--screenshot", studio.file("de.png")});
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_NE(result.err.find("Modul vantlib_app geladen."), std::string::npos) << result.err;
+    EXPECT_NE(result.err.find(drawing + " geöffnet."), std::string::npos) << result.err;
+    EXPECT_NE(result.err.find("werden mit der Zeichnung weitergegeben"), std::string::npos) << result.err;
+    EXPECT_EQ(result.err.find("Opened "), std::string::npos) << result.err;
+}
+
 TEST(Studio, OpensADrawingAndReportsItsTransmittalFiles) {
     StudioRunner studio;
     const std::string drawing = studio.file("house.vldwg");

@@ -20,6 +20,8 @@
 
 #include <vl_resources.h>
 
+#include "WxDisplay.h"
+
 namespace {
 
 class TestApp : public wxApp {
@@ -52,12 +54,12 @@ int main(int argc, char** argv) {
     std::filesystem::create_directories(configDir);
     ::setenv("VL_CONFIG_DIR", configDir.c_str(), 1);
 
-    // Log messages (also why the toolkit could not start) go to the test output, not to
-    // message boxes.
-    wxLog::SetActiveTarget(new wxLogStderr);
-    wxApp::SetInstance(new TestApp());
-    if (!wxEntryStart(argc, argv) || !wxTheApp->CallOnInit()) {
-        std::fprintf(stderr, "%s: the wx application could not start (run under xvfb-run)\n", program.c_str());
+    if (!vl_test::startWxWithDisplay([] { return new TestApp(); }, argc, argv))
+        return 2;
+    // Log messages go to the test output, not to message boxes.
+    delete wxLog::SetActiveTarget(new wxLogStderr);
+    if (!wxTheApp->CallOnInit()) {
+        std::fprintf(stderr, "%s: the wx application could not start\n", program.c_str());
         return 2;
     }
     wxSetAssertHandler(failOnAssert);

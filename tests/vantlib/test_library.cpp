@@ -399,8 +399,7 @@ TEST(LibraryEmbedded, LivesBesideTheDrawingsOwnTables) {
 // survive storage unchanged.
 TEST(LibraryRealData, MaterialCardsRoundTrip) {
     std::filesystem::path cards = std::filesystem::path(VL_TEST_DATA_DIR) / "materials" / "freecad-0.20" / "StandardMaterial";
-    if (!std::filesystem::exists(cards))
-        GTEST_SKIP() << "test data not present";
+    ASSERT_TRUE(std::filesystem::exists(cards)) << "test data missing: " << cards;
     TempDir dir;
     auto library = Library::create(dir.file("cards.vlib"), OdDb::kUnitsMillimeters);
     std::map<std::wstring, OdString> expected;

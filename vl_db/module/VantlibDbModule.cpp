@@ -14,6 +14,8 @@
 #include "HostPreferencesProvider.h"
 #include "LibraryInfo.h"
 
+VL_MODULE_INTERFACE_EXPORT
+
 namespace {
 
 // Binds a drawing's libraries when it becomes active, so that broken library files are

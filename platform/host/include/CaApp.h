@@ -8,6 +8,7 @@
 
 #include <wx/string.h>
 
+#include "ModuleInterface.h"
 #include "OdArray.h"
 #include "OdString.h"
 
@@ -85,8 +86,9 @@ public:
     void setModuleDir(const wxString& dir);
     wxString moduleDir() const;
     // Loads a module once and runs the start-up functions it registered. A module that is already
-    // loaded returns true at once; a missing or broken one is reported (when `reportErrors`)
-    // and returns false.
+    // loaded returns true at once; a missing or broken one, or one that does not export this
+    // host's interface version (ModuleInterface.h), is reported (when `reportErrors`), left
+    // without its start-up and returns false.
     bool loadDrx(const wxString& name, bool reportErrors = true);
     bool isDrxLoaded(const wxString& name) const;
     // Runs start-up functions registered by code that was not loaded through loadDrx (modules

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace ca {
 
@@ -36,11 +37,30 @@ bool clipLine(const PatternPoint& start, const PatternPoint& direction, const Pa
     return tMin < tMax;
 }
 
+// A family whose dash sequence holds only gaps draws nothing, however long it is walked.
+bool drawsNothing(const PatternLineFamily& family) {
+    return !family.dashes.empty() &&
+           std::all_of(family.dashes.begin(), family.dashes.end(), [](double dash) { return dash < 0.0; });
+}
+
+bool isFinite(const PatternLineFamily& family) {
+    const double numbers[] = {family.angleDegrees, family.originX, family.originY, family.deltaX, family.deltaY};
+    return std::all_of(std::begin(numbers), std::end(numbers), [](double n) { return std::isfinite(n); }) &&
+           std::all_of(family.dashes.begin(), family.dashes.end(), [](double n) { return std::isfinite(n); });
+}
+
+// Every line and every dash position the tracer looks at is a step, whether it draws or not, so
+// that gaps too small to move the position along, or lines that all miss the window, still end
+// the trace: a family gets at most `maxElements` steps, the whole picture a few times that.
 class Tracer {
 public:
-    Tracer(const PatternWindow& window, size_t maxElements) : m_window(window), m_budget(maxElements) {}
+    Tracer(const PatternWindow& window, size_t maxElements)
+        : m_window(window), m_budget(maxElements), m_familySteps(maxElements),
+          m_pictureSteps(kPictureStepsPerElement * std::max<size_t>(maxElements, 1)) {}
 
     void traceFamily(const PatternLineFamily& family) {
+        if (drawsNothing(family) || !isFinite(family)) return;
+        m_stepsInFamily = 0;
         double angle = family.angleDegrees * kPi / 180.0;
         PatternPoint along{std::cos(angle), std::sin(angle)};
         PatternPoint across{-along.y, along.x};
@@ -71,7 +91,7 @@ public:
             first = static_cast<long>(a);
             last = static_cast<long>(b);
         }
-        for (long n = first; n <= last && !truncated(); ++n) {
+        for (long n = first; n <= last && step(); ++n) {
             double k = static_cast<double>(n);
             PatternPoint start{origin.x + k * (family.deltaX * along.x + family.deltaY * across.x),
                                origin.y + k * (family.deltaX * along.y + family.deltaY * across.y)};
@@ -82,7 +102,20 @@ public:
     TracedPattern result() { return std::move(m_result); }
 
 private:
+    static constexpr size_t kPictureStepsPerElement = 4;
+
     bool truncated() const { return m_result.truncated; }
+
+    // False once the family or the picture has used up its steps.
+    bool step() {
+        if (truncated() || m_stepsInFamily >= m_familySteps || m_stepsInPicture >= m_pictureSteps) {
+            m_result.truncated = true;
+            return false;
+        }
+        ++m_stepsInFamily;
+        ++m_stepsInPicture;
+        return true;
+    }
 
     bool spend() {
         if (m_used >= m_budget) {
@@ -109,6 +142,7 @@ private:
         double t = std::floor(tMin / period) * period;
         while (t < tMax && !truncated()) {
             for (double dash : family.dashes) {
+                if (!step()) return;
                 double length = std::fabs(dash);
                 if (dash == 0.0) {
                     if (t >= tMin && t <= tMax && spend()) m_result.dots.push_back(at(start, along, t));
@@ -126,6 +160,10 @@ private:
     PatternWindow m_window;
     size_t m_budget;
     size_t m_used = 0;
+    size_t m_familySteps;
+    size_t m_pictureSteps;
+    size_t m_stepsInFamily = 0;
+    size_t m_stepsInPicture = 0;
     TracedPattern m_result;
 };
 

@@ -34,7 +34,10 @@ std::vector<PatternLineFamily> placedLineFamilies(const std::vector<PatternLineF
                                                   double angleRadians);
 
 // Traces `lines` (already placed) inside `window`. A family whose delta-y is zero has a single
-// line. Stops with `truncated` set after `maxElements` segments and dots.
+// line; a family of gaps only, or with numbers that are not finite, draws nothing. Stops with
+// `truncated` set after `maxElements` segments and dots, or once a family has looked at
+// `maxElements` lines and dash positions (drawn or not) or the picture at four times that, so
+// that any pattern traces in bounded time.
 TracedPattern tracePattern(const std::vector<PatternLineFamily>& lines, const PatternWindow& window,
                            size_t maxElements = 200000);
 

@@ -31,6 +31,34 @@ InitializerRegistry& registry() {
     return instance;
 }
 
+size_t pendingInitializerCount() {
+    InitializerRegistry& reg = registry();
+    std::lock_guard<std::mutex> lock(reg.mutex);
+    return reg.pending.size();
+}
+
+// Forgets the initialisers registered from position `first` on: those of a module refused
+// after mapping.
+void dropInitializersFrom(size_t first) {
+    InitializerRegistry& reg = registry();
+    std::lock_guard<std::mutex> lock(reg.mutex);
+    if (first < reg.pending.size())
+        reg.pending.erase(reg.pending.begin() + static_cast<std::ptrdiff_t>(first), reg.pending.end());
+}
+
+// The interface version the module at `path` exports, or null when it exports none. dlsym also
+// searches the module's dependencies, so the symbol must be the module's own.
+const int* moduleInterfaceVersion(void* handle, const wxString& path) {
+    dlerror();
+    void* symbol = dlsym(handle, kModuleInterfaceSymbol);
+    Dl_info info;
+    if (!symbol || !dladdr(symbol, &info) || !info.dli_fname)
+        return nullptr;
+    if (!wxFileName(wxString::FromUTF8(info.dli_fname)).SameAs(wxFileName(path)))
+        return nullptr;
+    return static_cast<const int*>(symbol);
+}
+
 wxString& applicationName() {
     static wxString name = "Vantlib Studio";
     return name;
@@ -93,7 +121,7 @@ bool CaApp::isDrxLoaded(const wxString& name) const {
 bool CaApp::loadDrx(const wxString& name, bool reportErrors) {
     if (name.empty() || name.find_first_of("/\\") != wxString::npos) {
         if (reportErrors)
-            promptf(L"Invalid module name \"%ls\".", name.wc_str());
+            prompt(wxString::Format(_("Invalid module name \"%s\"."), name));
         return false;
     }
     if (isDrxLoaded(name))
@@ -102,17 +130,42 @@ bool CaApp::loadDrx(const wxString& name, bool reportErrors) {
     const wxString path = m_moduleDir + wxFILE_SEP_PATH + name + ".so";
     if (!wxFileName::FileExists(path)) {
         if (reportErrors)
-            promptf(L"Module \"%ls\" not found (looked for %ls).", name.wc_str(), path.wc_str());
+            prompt(wxString::Format(_("Module \"%s\" not found (looked for %s)."), name, path));
         return false;
     }
-    void* handle = dlopen(path.utf8_str(), RTLD_NOW | RTLD_GLOBAL);
+    // Mapped privately first: a module of another interface version must not lend its symbols
+    // to modules loaded later. Its static objects have run by now; the initialisers they
+    // registered are dropped with it.
+    const size_t pendingBefore = pendingInitializerCount();
+    void* handle = dlopen(path.utf8_str(), RTLD_NOW | RTLD_LOCAL);
     if (!handle) {
         if (reportErrors) {
             const char* why = dlerror();
-            promptf(L"Module \"%ls\" could not be loaded: %ls", name.wc_str(),
-                    wxString::FromUTF8(why ? why : "unknown error").wc_str());
+            prompt(wxString::Format(_("Module \"%s\" could not be loaded: %s"), name,
+                                    wxString::FromUTF8(why ? why : "unknown error")));
         }
         return false;
+    }
+    const int* version = moduleInterfaceVersion(handle, path);
+    if (!version || *version != kModuleInterfaceVersion) {
+        if (reportErrors) {
+            if (version)
+                prompt(wxString::Format(_("Module \"%s\" was built for version %d of the host interface, but this "
+                                          "host has version %d; the module is not loaded."),
+                                        name, *version, kModuleInterfaceVersion));
+            else
+                prompt(wxString::Format(_("Module \"%s\" does not state the version of the host interface it was "
+                                          "built for; the module is not loaded."),
+                                        name));
+        }
+        dropInitializersFrom(pendingBefore);
+        dlclose(handle);
+        return false;
+    }
+    // Now its symbols serve the modules loaded after it, as the libraries' own do.
+    if (void* global = dlopen(path.utf8_str(), RTLD_NOW | RTLD_NOLOAD | RTLD_GLOBAL)) {
+        dlclose(handle);
+        handle = global;
     }
     auto module = std::make_unique<LoadedModule>();
     module->name = name;

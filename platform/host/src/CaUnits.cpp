@@ -8,6 +8,7 @@
 
 #include "CaApp.h"
 #include "DrawingVariables.h"
+#include "OdNumberText.h"
 #include "OdStringWx.h"
 #include "OdUnitsFormatter.h"
 
@@ -69,6 +70,9 @@ const UnitDef* findUnit(const wxString& name) {
     return it == table.end() ? nullptr : &it->second;
 }
 
+// Decimals with a point whatever the process locale, as the length formatter writes them.
+wxString decimal(double value, int decimals) { return toWx(OdString(OdNumberText::fixed(value, decimals))); }
+
 // "-0.00" reads as a different number to users; show it as zero.
 wxString withoutNegativeZero(wxString text) {
     if (text.StartsWith("-") && text.find_first_of("123456789") == wxString::npos)
@@ -78,7 +82,7 @@ wxString withoutNegativeZero(wxString text) {
 
 wxString formatDms(double degrees, int precision) {
     if (precision <= 0)
-        return wxString::Format("%.0fd", degrees);
+        return decimal(degrees, 0) + "d";
     // Work in units of the last shown field so that rounding carries into the larger ones.
     if (precision <= 2) {
         long minutes = std::lround(degrees * 60.0);
@@ -92,7 +96,7 @@ wxString formatDms(double degrees, int precision) {
     const long long d = ticks / perDegree;
     const long long m = (ticks % perDegree) / perMinute;
     const double s = static_cast<double>(ticks % perMinute) / scale;
-    return wxString::Format("%lldd%lld'%.*f\"", d, m, secondDecimals, s);
+    return wxString::Format("%lldd%lld'", d, m) + decimal(s, secondDecimals) + "\"";
 }
 
 }  // namespace
@@ -125,9 +129,9 @@ wxString angtos(double radians, int mode, int precision) {
     case 1:
         return formatDms(degrees, precision);
     case 2:
-        return withoutNegativeZero(wxString::Format("%.*fg", precision, degrees * 400.0 / 360.0));
+        return withoutNegativeZero(decimal(degrees * 400.0 / 360.0, precision) + "g");
     case 3:
-        return withoutNegativeZero(wxString::Format("%.*fr", precision, angle));
+        return withoutNegativeZero(decimal(angle, precision) + "r");
     case 4: {
         // Bearing: from north or south, turned towards east or west.
         const double tolerance = 1e-10;
@@ -141,7 +145,7 @@ wxString angtos(double radians, int mode, int precision) {
         return "S " + formatDms(degrees - 270.0, precision) + " E";
     }
     default:
-        return withoutNegativeZero(wxString::Format("%.*f", precision, degrees));
+        return withoutNegativeZero(decimal(degrees, precision));
     }
 }
 

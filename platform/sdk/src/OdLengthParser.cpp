@@ -3,6 +3,7 @@
 #include <string>
 
 #include "OdError.h"
+#include "OdNumberText.h"
 #include "OdUnitsFormatter.h"
 
 namespace {
@@ -72,6 +73,14 @@ private:
         return m_pos - start;
     }
 
+    // The number that the text from `start` to the position spells; too large for a double
+    // is not a length.
+    double numberAt(size_t start) const {
+        double value = 0.0;
+        if (!OdNumberText::parse(m_text.substr(start, m_pos - start), value)) fail();
+        return value;
+    }
+
     Number number() {
         const size_t start = m_pos;
         bool isInteger = true;
@@ -91,7 +100,7 @@ private:
             else
                 isInteger = false;
         }
-        return {std::wcstod(m_text.substr(start, m_pos - start).c_str(), nullptr), isInteger};
+        return {numberAt(start), isInteger};
     }
 
     // integer "/" integer, with the position just past the numerator's digits.
@@ -99,7 +108,7 @@ private:
         ++m_pos;  // the slash
         const size_t start = m_pos;
         if (digits() == 0) fail();
-        double denominator = std::wcstod(m_text.substr(start, m_pos - start).c_str(), nullptr);
+        double denominator = numberAt(start);
         if (denominator == 0.0) fail();
         return numerator / denominator;
     }
@@ -117,7 +126,7 @@ private:
         }
         const size_t numeratorStart = m_pos;
         if (digits() > 0 && peek() == L'/') {
-            double numerator = std::wcstod(m_text.substr(numeratorStart, m_pos - numeratorStart).c_str(), nullptr);
+            double numerator = numberAt(numeratorStart);
             fraction = fractionAfter(numerator);
             return true;
         }

@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <limits>
 
+#include "OdNumberText.h"
+
 namespace {
 
 OdError conversionError(OdTypedValue::Type from, const wchar_t* to) {
@@ -76,7 +78,7 @@ OdString OdTypedValue::toText() const {
     case kBool: return prefix + (m_int ? L"1" : L"0");
     case kShort:
     case kInt: return prefix + OdString::formatted(L"%lld", static_cast<long long>(m_int));
-    case kDouble: return prefix + OdString::formatted(L"%.17g", m_real);
+    case kDouble: return prefix + OdString(OdNumberText::precise(m_real));
     case kString: return prefix + m_text;
     }
     return prefix;
@@ -94,10 +96,8 @@ OdTypedValue OdTypedValue::fromText(const OdString& text) {
     }
     if (type == L"string") return OdTypedValue(OdString(body));
     if (type == L"double") {
-        errno = 0;
-        wchar_t* end = nullptr;
-        double value = std::wcstod(body.c_str(), &end);
-        if (body.empty() || errno != 0 || end != body.c_str() + body.size()) throw bad;
+        double value = 0.0;
+        if (!OdNumberText::parse(body, value)) throw bad;
         return OdTypedValue(value);
     }
     int64_t value = 0;

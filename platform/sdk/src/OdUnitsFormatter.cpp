@@ -5,6 +5,7 @@
 #include <string>
 
 #include "OdError.h"
+#include "OdNumberText.h"
 
 namespace {
 
@@ -81,7 +82,7 @@ std::wstring mixedNumber(int64_t whole, int64_t numerator, int64_t denominator, 
 }
 
 std::wstring formatScientific(double magnitude, const OdLengthFormat& format) {
-    OdString text = OdString::formatted(L"%.*E", format.luprec, magnitude);
+    OdString text = OdString(OdNumberText::scientific(magnitude, format.luprec));
     std::wstring out = text.str();
     if (format.dimzin & 8) {
         size_t e = out.find(L'E');
@@ -91,7 +92,7 @@ std::wstring formatScientific(double magnitude, const OdLengthFormat& format) {
 }
 
 std::wstring formatDecimal(double magnitude, const OdLengthFormat& format, bool& isZero) {
-    std::wstring out = OdString::formatted(L"%.*f", format.luprec, magnitude).str();
+    std::wstring out = OdNumberText::fixed(magnitude, format.luprec);
     isZero = out.find_first_not_of(L"0.") == std::wstring::npos;
     return applyDecimalSuppression(out, format.dimzin, isZero);
 }

@@ -2,6 +2,8 @@
 #include "CaApp.h"
 #include "Prompt.h"
 
+VL_MODULE_INTERFACE_EXPORT
+
 namespace {
 ca::CAppInitializer g_initializer(
     [](ca::CaApp* app) {
