@@ -60,10 +60,8 @@ DlgCustomProperties::DlgCustomProperties(wxWindow* parent, vl_db::DocumentLibrar
     : QcThemedDialog(parent, "DlgCustomProperties"), m_libs(libs), m_dbType(dbType), m_objectType(objectType),
       m_mode(mode) {
     m_list = XRCCTRL(*this, "LIST_PROPS", wxListCtrl);
-    restoreWindowRect();
 }
 
-DlgCustomProperties::~DlgCustomProperties() { saveWindowRect(); }
 
 vantlib::ObjectType DlgCustomProperties::type(EChooseKind kind) {
     switch (kind) {

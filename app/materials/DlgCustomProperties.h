@@ -33,7 +33,6 @@ public:
     // activating a row save and end the dialog.
     DlgCustomProperties(wxWindow* parent, vl_db::DocumentLibraries* libs, vl_db::EDbType dbType,
                         vantlib::ObjectType objectType, vl_db::EMode mode);
-    ~DlgCustomProperties() override;
 
     // The property of the selected row (after save(), the stored one); null when none.
     QcSmartPtr<vantlib::CustomProperty> selected() const;

@@ -40,10 +40,8 @@ DlgHatchPattern::DlgHatchPattern(wxWindow* parent, vantlib::Pattern& pattern, vl
       m_edit(HatchPatternEdit::fromPattern(pattern)) {
     SetTitle(view == vl_db::kHatchElevation ? _("Elevation Hatch Pattern") : _("Section Hatch Pattern"));
     m_list = XRCCTRL(*this, "LIST_PATTERNS", wxListCtrl);
-    restoreWindowRect();
 }
 
-DlgHatchPattern::~DlgHatchPattern() { saveWindowRect(); }
 
 EPatternType DlgHatchPattern::getType(const vantlib::Pattern& pattern) { return patternType(pattern); }
 

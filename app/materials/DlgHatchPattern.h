@@ -22,7 +22,6 @@ public:
 
     // `pattern` is not owned and must outlive the dialog; it changes only on OK.
     DlgHatchPattern(wxWindow* parent, vantlib::Pattern& pattern, vl_db::EHatchViewType view);
-    ~DlgHatchPattern() override;
 
     static EPatternType getType(const vantlib::Pattern& pattern);
     static void setType(vantlib::Pattern& pattern, int type);

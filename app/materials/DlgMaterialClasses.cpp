@@ -32,10 +32,8 @@ wxEND_EVENT_TABLE()
 DlgMaterialClasses::DlgMaterialClasses(wxWindow* parent, vl_db::DocumentLibraries* libs, vl_db::EDbType dbType)
     : QcThemedDialog(parent, "DlgMaterialClasses"), m_libs(libs), m_dbType(dbType) {
     m_list = XRCCTRL(*this, "LIST_CLASSES", wxListBox);
-    restoreWindowRect();
 }
 
-DlgMaterialClasses::~DlgMaterialClasses() { saveWindowRect(); }
 
 std::shared_ptr<vantlib::Library> DlgMaterialClasses::lib() const { return vl_db::library(m_libs, m_dbType, false); }
 

@@ -21,7 +21,6 @@ class DlgMaterialClasses : public wxg::QcThemedDialog {
 public:
     // `libs` is not owned and must outlive the dialog.
     DlgMaterialClasses(wxWindow* parent, vl_db::DocumentLibraries* libs, vl_db::EDbType dbType);
-    ~DlgMaterialClasses() override;
 
     // Text of the selected entry; empty when nothing is selected.
     wxString selected() const;

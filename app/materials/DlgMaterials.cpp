@@ -125,9 +125,8 @@ wxEND_EVENT_TABLE()
 DlgMaterials::DlgMaterials(wxWindow* parent, vl_db::DocumentLibraries* libs, vl_db::EMode mode,
                            vl_db::EDbType dbType, unsigned materialId)
     : m_mode(mode), m_dbType(dbType), m_libs(libs) {
-    if (!loadLayout(parent, kSettingsKey))
+    if (!loadLayout(parent, kSettingsKey, wxSize(1000, 700)))
         throw OdError(eKeyNotFound, OdString(L"The dialog layout \"DlgMaterials\" is not loaded."));
-    restoreWindowRect(wxSize(1000, 700));
     bindControls();
     if (m_libs)
         m_libs->initialize();
@@ -140,11 +139,7 @@ DlgMaterials::DlgMaterials(wxWindow* parent, vl_db::DocumentLibraries* libs, vl_
     }
 }
 
-DlgMaterials::~DlgMaterials() {
-    wxg::WxgConfig::writeLong(kPageKey, short(XRCCTRL(*this, "TABBOOK", wxNotebook)->GetSelection()));
-    wxg::WxgConfig::writeLong(kSashKey, XRCCTRL(*this, "SPLITTER", wxSplitterWindow)->GetSashPosition());
-    saveWindowRect(kSettingsKey);
-}
+DlgMaterials::~DlgMaterials() = default;
 
 void DlgMaterials::bindControls() {}
 
@@ -166,14 +161,8 @@ void DlgMaterials::onInitDialog(wxInitDialogEvent& event) {
         return;
     wxWindowUpdateLocker freeze(this);
     m_updating = true;
-    auto* splitter = XRCCTRL(*this, "SPLITTER", wxSplitterWindow);
-    const long sash = wxg::WxgConfig::readLong(kSashKey, 0);
-    if (sash > 0)
-        splitter->SetSashPosition(int(sash));
-    auto* book = XRCCTRL(*this, "TABBOOK", wxNotebook);
-    const long page = wxg::WxgConfig::readLong(kPageKey, 0);
-    if (page >= 0 && size_t(page) < book->GetPageCount())
-        book->SetSelection(size_t(page));
+    keepSashPosition(XRCCTRL(*this, "SPLITTER", wxSplitterWindow), kSashKey);
+    keepPage(XRCCTRL(*this, "TABBOOK", wxNotebook), kPageKey);
 
     auto* tools = XRCCTRL(*this, "TBAR_EDIT", wxToolBar);
     const wxBitmap filter = wxg::themedBitmap("FILTER");

@@ -28,10 +28,8 @@ DlgRenderMaterial::DlgRenderMaterial(wxWindow* parent, const wxString& materialN
     m_search->ShowCancelButton(true);
     m_grid = new RenderMaterialGrid(this, this, wxID_ANY);
     wxXmlResource::Get()->AttachUnknownControl("GRID_MATS", m_grid, this);
-    restoreWindowRect();
 }
 
-DlgRenderMaterial::~DlgRenderMaterial() { saveWindowRect(); }
 
 void DlgRenderMaterial::set(const wxString& name, bool accept) {
     m_materialName = name;

@@ -15,7 +15,6 @@ class DlgRenderMaterial : public wxg::QcThemedDialog {
 public:
     // `materialName` is the current render material; it is selected when the library has it.
     DlgRenderMaterial(wxWindow* parent, const wxString& materialName);
-    ~DlgRenderMaterial() override;
 
     // The chosen render material; empty for none.
     wxString materialName() const { return m_materialName; }

@@ -2,6 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <wx/log.h>
+#include <wx/notebook.h>
+#include <wx/panel.h>
+#include <wx/splitter.h>
 #include <wx/testing.h>
 #include <wx/textctrl.h>
 #include <wx/xrc/xmlres.h>
@@ -62,20 +65,45 @@ TEST_F(ThemedDialogTest, ModalRunsGoThroughTheTestingHook) {
     EXPECT_EQ(result, wxID_OK);
 }
 
-TEST_F(ThemedDialogTest, WindowRectangleIsRestoredUnderTheLayoutName) {
+TEST_F(ThemedDialogTest, WindowRectangleIsRestoredUnderTheLayoutNameAndStoredWhenItGoes) {
     FreshSettings settings;
     {
-        wxg::QcThemedDialog dialog(nullptr, "DLG_HOST_TEST");
-        dialog.restoreWindowRect(wxSize(420, 300));
+        wxg::QcThemedDialog dialog(nullptr, "DLG_HOST_TEST", wxSize(420, 300));
         EXPECT_EQ(dialog.GetSize(), wxSize(420, 300)) << "the default size the first time";
         dialog.SetSize(wxRect(30, 40, 500, 350));
-        dialog.saveWindowRect();
     }
     settings.restart();
     wxRect stored;
     ASSERT_TRUE(wxg::WxgConfig::loadWindowRect("DLG_HOST_TEST", stored));
     EXPECT_EQ(stored.GetSize(), wxSize(500, 350));
-    wxg::QcThemedDialog again(nullptr, "DLG_HOST_TEST");
-    again.restoreWindowRect(wxSize(420, 300));
+    wxg::QcThemedDialog again(nullptr, "DLG_HOST_TEST", wxSize(420, 300));
     EXPECT_EQ(again.GetSize(), wxSize(500, 350));
+}
+
+TEST_F(ThemedDialogTest, KeptSplitterAndNotebookPositionsComeBack) {
+    FreshSettings settings;
+    const auto build = [](wxg::QcThemedDialog& dialog, wxSplitterWindow*& splitter, wxNotebook*& book) {
+        dialog.SetSize(600, 400);
+        splitter = new wxSplitterWindow(&dialog, wxID_ANY, wxPoint(0, 0), wxSize(600, 300));
+        splitter->SplitVertically(new wxPanel(splitter), new wxPanel(splitter), 100);
+        book = new wxNotebook(&dialog, wxID_ANY, wxPoint(0, 300), wxSize(600, 100));
+        for (const char* title : {"One", "Two", "Three"})
+            book->AddPage(new wxPanel(book), title);
+        dialog.keepSashPosition(splitter, "DLG_HOST_TEST/sash");
+        dialog.keepPage(book, "DLG_HOST_TEST/page");
+    };
+    wxSplitterWindow* splitter = nullptr;
+    wxNotebook* book = nullptr;
+    {
+        wxg::QcThemedDialog dialog(nullptr, "DLG_HOST_TEST");
+        build(dialog, splitter, book);
+        EXPECT_EQ(book->GetSelection(), 0) << "nothing stored yet";
+        splitter->SetSashPosition(230);
+        book->SetSelection(2);
+    }
+    settings.restart();
+    wxg::QcThemedDialog again(nullptr, "DLG_HOST_TEST");
+    build(again, splitter, book);
+    EXPECT_EQ(splitter->GetSashPosition(), 230);
+    EXPECT_EQ(book->GetSelection(), 2);
 }
