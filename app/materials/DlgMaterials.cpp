@@ -312,6 +312,14 @@ void DlgMaterials::changeMaterial(const std::function<void(vantlib::Material&)>&
     }
 }
 
-void DlgMaterials::reportError(const std::exception& error) { showError(this, error); }
+void DlgMaterials::reportError(const std::exception& error) {
+    showError(this, error);
+    // From now on the library refuses writes: the lists and pages say so, and no later edit
+    // tries again (each would end in the same message).
+    if (madeLibraryReadOnly(error) && m_browser) {
+        updateLists(true);
+        updateReadOnly();
+    }
+}
 
 }  // namespace vl_app

@@ -1,11 +1,13 @@
 // The two lists of the materials dialog as the shared browser runs them: copies that clash,
 // context menus, the drag picture, thumbnails drawn only for painted rows.
 #include <cstring>
+#include <filesystem>
 
 #include <wx/msgdlg.h>
 #include <wx/testing.h>
 
 #include <DlgQuestion.h>
+#include <IconStore.h>
 #include <DlgQuestionTesting.h>
 
 #include "app/common/DragDrop.h"
@@ -139,6 +141,28 @@ TEST_F(MaterialLists, ThumbnailsAreDrawnForPaintedRowsOnly) {
     const unsigned drawn = dlg.browser()->thumbnails().drawn();
     EXPECT_GE(drawn, 1u) << "painted rows show their pictures";
     EXPECT_LT(drawn, 60u) << "rows that are not painted draw nothing";
+}
+
+TEST_F(MaterialLists, ALibraryFileDeletedWhileOpenIsSaidOnceAndNothingIsWrittenAfter) {
+    open();
+    click(vl_db::kDbCentral, "Pine");
+    ASSERT_TRUE(control("PANEL_IDENTITY")->IsEnabled());
+    std::filesystem::remove(path("central.vlib"));
+
+    wxString message;
+    wxTEST_DIALOG(type("TEXT_DSCR", "Knotty"), CaptureMessage(message));
+    EXPECT_TRUE(message.Contains("deleted or replaced")) << message;
+    EXPECT_FALSE(std::filesystem::exists(path("central.vlib"))) << "nothing is written where the file was";
+    // The library is read-only from now on: the pages refuse edits, the list is greyed, and a
+    // second keystroke raises no second message.
+    EXPECT_FALSE(control("PANEL_IDENTITY")->IsEnabled());
+    EXPECT_EQ(list(vl_db::kDbCentral)->GetTextColour(), wxg::readOnlyTextColour());
+    wxString second;
+    wxTEST_DIALOG(type("TEXT_DSCR", "Knotty pine"), CaptureMessage(second).Optional());
+    EXPECT_TRUE(second.empty()) << second;
+    EXPECT_FALSE(enabled("TOOL_NEW_IN_LIBR"));
+    // The project library is untouched by the trouble of the central one.
+    EXPECT_TRUE(enabled("TOOL_NEW_IN_PROJ"));
 }
 
 }  // namespace
