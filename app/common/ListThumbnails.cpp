@@ -15,7 +15,7 @@ ListThumbnails::ListThumbnails(int edge, const wxBitmap& placeholder) : m_edge(e
     m_images.Add(first);
 }
 
-int ListThumbnails::index(const wxString& depiction, const std::function<wxBitmap()>& draw) {
+int ListThumbnails::index(const std::string& depiction, const std::function<wxBitmap()>& draw) {
     if (depiction.empty())
         return 0;
     const auto found = m_index.find(depiction);
@@ -30,7 +30,7 @@ int ListThumbnails::index(const wxString& depiction, const std::function<wxBitma
     return added < 0 ? 0 : added;
 }
 
-wxBitmap ListThumbnails::picture(const wxString& depiction) const {
+wxBitmap ListThumbnails::picture(const std::string& depiction) const {
     const auto found = m_index.find(depiction);
     if (found == m_index.end() || found->second <= 0)
         return wxNullBitmap;

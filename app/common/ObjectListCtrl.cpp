@@ -1,5 +1,7 @@
 #include "app/common/ObjectListCtrl.h"
 
+#include <OdStringWx.h>
+
 namespace vl_app {
 
 wxIMPLEMENT_DYNAMIC_CLASS(ObjectListCtrl, wxListCtrl);
@@ -26,7 +28,7 @@ void ObjectListCtrl::fitColumn() {
 }
 
 wxString ObjectListCtrl::OnGetItemText(long item, long) const {
-    return m_model && m_model->valid(item) ? m_model->row(item).name : wxString();
+    return m_model && m_model->valid(item) ? toWx(m_model->row(item).name) : wxString();
 }
 
 int ObjectListCtrl::OnGetItemImage(long item) const {

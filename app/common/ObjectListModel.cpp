@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include <OdStringWx.h>
-
 namespace vl_app {
 
 void ObjectListModel::assign(std::vector<ObjectRow> rows) { m_rows = std::move(rows); }
@@ -24,18 +22,6 @@ bool ObjectListModel::update(const ObjectRow& changed) {
 void ObjectListModel::erase(const std::set<unsigned>& ids) {
     m_rows.erase(std::remove_if(m_rows.begin(), m_rows.end(), [&](const ObjectRow& row) { return ids.count(row.id) > 0; }),
                  m_rows.end());
-}
-
-ObjectRow toRow(const vantlib::ObjectSummary& summary) {
-    return ObjectRow{summary.id, toWx(summary.name), wxString::FromUTF8(summary.depiction)};
-}
-
-std::vector<ObjectRow> toRows(const std::vector<vantlib::ObjectSummary>& summaries) {
-    std::vector<ObjectRow> rows;
-    rows.reserve(summaries.size());
-    for (const vantlib::ObjectSummary& summary : summaries)
-        rows.push_back(toRow(summary));
-    return rows;
 }
 
 }  // namespace vl_app

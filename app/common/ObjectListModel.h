@@ -4,21 +4,17 @@
 #include <set>
 #include <vector>
 
-#include <wx/string.h>
-
 #include <vantlib/Library.h>
 
 #include <vl_db/Types.h>
 
 namespace vl_app {
 
-struct ObjectRow {
-    unsigned id = 0;
-    wxString name;
-    // Everything the row's thumbnail depends on; rows with the same depiction share a picture.
-    // Empty: the placeholder.
-    wxString depiction;
-};
+// A row is what the library's list query reads of an object: its id, its name and what its
+// thumbnail depicts (rows with the same depiction share a picture; empty: the placeholder).
+// Rows keep the library's own types, so that filling a list of many thousand rows converts
+// nothing; a name becomes a wxString only when its row is painted.
+using ObjectRow = vantlib::ObjectSummary;
 
 class ObjectListModel {
 public:
@@ -43,9 +39,5 @@ private:
     vl_db::EDbType m_dbType;
     std::vector<ObjectRow> m_rows;
 };
-
-// Rows from the library's list query, in its order.
-ObjectRow toRow(const vantlib::ObjectSummary& summary);
-std::vector<ObjectRow> toRows(const std::vector<vantlib::ObjectSummary>& summaries);
 
 }  // namespace vl_app

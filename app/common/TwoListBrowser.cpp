@@ -15,6 +15,7 @@
 #include <wx/xrc/xmlres.h>
 
 #include <IconStore.h>
+#include <OdStringWx.h>
 
 #include "app/common/DragDrop.h"
 #include "app/common/ErrorMessages.h"
@@ -266,7 +267,7 @@ void TwoListBrowser::removeSelected() {
     for (long row = 0; row < rows.size(); ++row) {
         const unsigned id = rows.row(row).id;
         if (kept.count(id))
-            keptNames.push_back(rows.row(row).name);
+            keptNames.push_back(toWx(rows.row(row).name));
         else if (ids.count(id))
             removed.insert(id);
     }
@@ -335,7 +336,7 @@ wxBitmap TwoListBrowser::dragPicture(vl_db::EDbType type) {
         const ObjectRow& shown = m_models[type].row(row);
         const int image = imageOf(m_models[type], row);
         thumbnail = m_thumbnails.images()->GetBitmap(image);
-        text = shown.name;
+        text = toWx(shown.name);
     } else {
         text = m_client.rowsText(unsigned(ids.size()));
     }

@@ -51,9 +51,9 @@ std::vector<ObjectRow> DlgMaterials::queryRows(const std::shared_ptr<vantlib::Li
             criteria.tags.assign(tags.begin(), tags.end());
         }
     }
-    std::vector<vantlib::ObjectSummary> summaries;
-    library->list<vantlib::Material>(summaries, criteria);
-    return toRows(summaries);
+    std::vector<ObjectRow> rows;
+    library->list<vantlib::Material>(rows, criteria);
+    return rows;
 }
 
 wxBitmap DlgMaterials::drawThumbnail(const std::shared_ptr<vantlib::Library>& library, const ObjectRow& row,
@@ -91,9 +91,9 @@ void DlgMaterials::updateCurrentRow() {
         return;
     // The row shows what is stored, as a refill would.
     try {
-        const vantlib::ObjectSummary stored = library->listRow<vantlib::Material>(m_material->id());
+        const ObjectRow stored = library->listRow<vantlib::Material>(m_material->id());
         if (stored.id != 0)
-            m_browser->updateRow(m_dbType, toRow(stored));
+            m_browser->updateRow(m_dbType, stored);
     } catch (const std::exception& error) {
         reportError(error);
     }

@@ -1,6 +1,7 @@
-// Opening the materials dialog on large libraries: the time to build the dialog and fill both
-// lists with thumbnails, against a floor measured in the same run: a plain list control filled
-// with the names of the same materials, read by the same library query, without pictures.
+// Opening the materials dialog on large libraries: the time to build the dialog, fill both lists
+// and paint them with their thumbnails, against a floor measured in the same run: the raw SQLite
+// read of what the lists show (id, name and the key of the thumbnail) from both library files.
+// The dialog's fixed cost (building it on empty libraries) is printed beside.
 // Needs a display; without one the program runs itself again under xvfb-run.
 #include <algorithm>
 #include <chrono>
@@ -16,7 +17,6 @@
 #include <wx/frame.h>
 #include <wx/image.h>
 #include <wx/init.h>
-#include <wx/listctrl.h>
 #include <wx/xrc/xmlres.h>
 
 #include <CaApp.h>
@@ -28,6 +28,8 @@
 #include <vl_db/DbPreferencesProvider.h>
 #include <vl_db/DocumentLibraries.h>
 #include <vl_resources.h>
+
+#include <sqlite3.h>
 
 #include "app/materials/DlgMaterials.h"
 
@@ -66,35 +68,69 @@ double msSince(Clock::time_point start) {
 double openDialog(vl_db::DocumentLibraries* libs, unsigned* drawn) {
     const auto start = Clock::now();
     vl_app::DlgMaterials dialog(nullptr, libs, vl_db::kModeManager, vl_db::kDbNone, 0);
+    // Rows are painted by a window inside each list; count those paints.
+    bool painted[2] = {false, false};
+    const char* lists[2] = {"LIST_PROJECT", "LIST_LIBRARY"};
+    for (int type = 0; type < 2; ++type)
+        for (wxWindow* child : dialog.FindWindow(XRCID(lists[type]))->GetChildren())
+            child->Bind(wxEVT_PAINT, [&painted, type](wxPaintEvent& event) {
+                painted[type] = true;
+                event.Skip();
+            });
     dialog.Show();
-    dialog.Update();
+    // Until both lists have painted, and rows that have thumbnails have drawn them.
+    const bool rows = libs->secondary()->count<vantlib::Material>() > 0;
+    const auto done = [&]() { return painted[0] && painted[1] && (!rows || dialog.browser()->thumbnails().drawn() > 0); };
+    for (int round = 0; round < 200 && !done(); ++round) {
+        dialog.Update();
+        wxTheApp->Yield(true);
+    }
+    if (!done())
+        throw std::runtime_error("the lists were not painted");
     const double ms = msSince(start);
     *drawn = dialog.browser()->thumbnails().drawn();
     return ms;
 }
 
-// The floor: the same query of both libraries, names sorted, a plain report list filled.
-double openFloor(vl_db::DocumentLibraries* libs) {
+// The floor: what the lists show of each material, read with raw SQLite from both files,
+// sorted by name, with the thumbnail key made from the section hatch's columns.
+struct FloorRow {
+    int64_t id;
+    std::string name;
+    std::string key;
+};
+
+double openFloor(const fs::path& projectFile, const fs::path& centralFile, size_t* rows) {
     const auto start = Clock::now();
-    auto* frame = new wxFrame(nullptr, wxID_ANY, "floor", wxDefaultPosition, wxSize(1000, 700));
-    auto* list = new wxListCtrl(frame, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxLC_REPORT);
-    list->InsertColumn(0, "Name");
-    frame->Show();
-    for (const vl_db::EDbType type : {vl_db::kDbProject, vl_db::kDbCentral}) {
-        std::vector<QcSmartPtr<vantlib::Material>> materials;
-        vl_db::library(libs, type, false)->get(materials, vantlib::MaterialCriteria());
-        std::sort(materials.begin(), materials.end(),
-                  [](const auto& a, const auto& b) { return a->name().iCompare(b->name()) < 0; });
-        list->Freeze();
-        long row = 0;
-        for (const auto& material : materials)
-            list->InsertItem(row++, toWx(material->name()));
-        list->Thaw();
+    std::vector<FloorRow> lists[2];
+    const fs::path files[2] = {projectFile, centralFile};
+    for (int i = 0; i < 2; ++i) {
+        sqlite3* db = nullptr;
+        if (sqlite3_open_v2(files[i].c_str(), &db, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK)
+            throw std::runtime_error("floor: cannot open " + files[i].string());
+        sqlite3_stmt* stmt = nullptr;
+        sqlite3_prepare_v2(db,
+                           "SELECT id, name, sect_type, sect_name, sect_scale, sect_space, sect_angle, sect_cross"
+                           " FROM lib_material ORDER BY name",
+                           -1, &stmt, nullptr);
+        while (sqlite3_step(stmt) == SQLITE_ROW) {
+            // The key as the raw bytes of the hatch's values: no formatting.
+            FloorRow row{sqlite3_column_int64(stmt, 0), reinterpret_cast<const char*>(sqlite3_column_text(stmt, 1)), {}};
+            const int type = sqlite3_column_int(stmt, 2);
+            row.key.append(reinterpret_cast<const char*>(&type), sizeof type);
+            row.key.append(reinterpret_cast<const char*>(sqlite3_column_text(stmt, 3)), size_t(sqlite3_column_bytes(stmt, 3)));
+            for (int column = 4; column < 7; ++column) {
+                const double value = sqlite3_column_double(stmt, column);
+                row.key.append(reinterpret_cast<const char*>(&value), sizeof value);
+            }
+            row.key.push_back(char(sqlite3_column_int(stmt, 7)));
+            lists[i].push_back(std::move(row));
+        }
+        sqlite3_finalize(stmt);
+        sqlite3_close(db);
     }
-    frame->Update();
     const double ms = msSince(start);
-    frame->Destroy();
-    wxTheApp->ProcessPendingEvents();
+    *rows = lists[0].size() + lists[1].size();
     return ms;
 }
 
@@ -108,41 +144,69 @@ public:
     }
 };
 
-int run(const fs::path& dir) {
-    std::printf("\nmaterials dialog: open and fill both lists against a plain list of the same names\n");
-    std::printf("%8s %8s %12s %12s %7s %10s\n", "central", "project", "dialog ms", "floor ms", "ratio", "pictures");
-    bool targetMet = true;
-    for (const size_t n : {size_t(1000), size_t(5000), size_t(20000)}) {
-        const fs::path folder = dir / std::to_string(n);
+struct Drawing {
+    vl_db::MemoryPreferencesProvider preferences;
+    std::unique_ptr<OdDbDatabase> db;
+    vl_db::DocumentLibraries* libs = nullptr;
+    fs::path drawingFile, centralFile;
+
+    Drawing(const fs::path& folder, size_t central, size_t project) {
         fs::create_directories(folder);
-        vantlib::Library::create(od(folder / "central.vlib"), OdDb::kUnitsMillimeters);
-        vl_db::MemoryPreferencesProvider preferences;
-        preferences.setDefaultMetricLibrary(od(folder / "central.vlib"));
+        centralFile = folder / "central.vlib";
+        drawingFile = folder / "house.vldwg";
+        vantlib::Library::create(od(centralFile), OdDb::kUnitsMillimeters);
+        preferences.setDefaultMetricLibrary(od(centralFile));
         vl_db::DbPreferencesProvider::setInstance(&preferences);
-        auto db = OdDbDatabase::create(od(folder / "house.vldwg"), OdDb::kUnitsMillimeters);
+        db = OdDbDatabase::create(od(drawingFile), OdDb::kUnitsMillimeters);
         ca::CaApp::instance()->setActiveDatabase(db.get());
-        vl_db::DocumentLibraries* libs = vl_db::docLibs(db.get());
-        fill(libs->secondary(), n, L"Central material");
-        fill(libs->primary(true), n / 10, L"Project material");
-
-        double dialogMs = 1e300, floorMs = 1e300;
-        unsigned drawn = 0;
-        for (int repeat = 0; repeat < kRepeats; ++repeat) {
-            floorMs = std::min(floorMs, openFloor(libs));
-            dialogMs = std::min(dialogMs, openDialog(libs, &drawn));
-        }
-        const double ratio = dialogMs / floorMs;
-        std::printf("%8zu %8zu %12.1f %12.1f %6.2fx %10u\n", n, n / 10, dialogMs, floorMs, ratio, drawn);
-        if (n == 5000 && ratio > 2.0)
-            targetMet = false;
-
+        libs = vl_db::docLibs(db.get());
+        fill(libs->secondary(), central, L"Central material");
+        fill(libs->primary(true), project, L"Project material");
+    }
+    ~Drawing() {
         ca::CaApp::instance()->setActiveDatabase(nullptr);
         vl_db::closeDocLibs(db.get());
         db.reset();
         vl_db::DbPreferencesProvider::setInstance(nullptr);
     }
+};
+
+int run(const fs::path& dir) {
+    double fixedMs = 1e300;
+    {
+        Drawing empty(dir / "empty", 0, 0);
+        unsigned drawn = 0;
+        for (int repeat = 0; repeat < kRepeats; ++repeat)
+            fixedMs = std::min(fixedMs, openDialog(empty.libs, &drawn));
+    }
+    std::printf("\nmaterials dialog: open, fill and paint both lists against the raw SQLite read of their rows\n");
+    std::printf("fixed cost of the dialog (empty libraries): %.1f ms\n", fixedMs);
+    std::printf("%8s %8s %12s %12s %9s %12s %10s\n", "central", "project", "dialog ms", "floor ms", "ratio",
+                "ratio-fixed", "pictures");
+    bool targetMet = true, variableMet = true;
+    for (const size_t n : {size_t(1000), size_t(5000), size_t(20000), size_t(100000)}) {
+        Drawing drawing(dir / std::to_string(n), n, n / 10);
+        double dialogMs = 1e300, floorMs = 1e300;
+        unsigned drawn = 0;
+        size_t rows = 0;
+        for (int repeat = 0; repeat < kRepeats; ++repeat) {
+            floorMs = std::min(floorMs, openFloor(drawing.drawingFile, drawing.centralFile, &rows));
+            dialogMs = std::min(dialogMs, openDialog(drawing.libs, &drawn));
+        }
+        if (rows != n + n / 10)
+            throw std::runtime_error("floor read " + std::to_string(rows) + " rows");
+        const double ratio = dialogMs / floorMs;
+        const double variableRatio = std::max(0.0, dialogMs - fixedMs) / floorMs;
+        std::printf("%8zu %8zu %12.1f %12.1f %8.2fx %11.2fx %10u\n", n, n / 10, dialogMs, floorMs, ratio, variableRatio,
+                    drawn);
+        if (n >= 20000 && ratio > 2.0)
+            targetMet = false;
+        if (n >= 20000 && variableRatio > 2.0)
+            variableMet = false;
+    }
     // The verdict is reported, not enforced: timings depend on the machine's load.
-    std::printf("target at 5k (ratio <= 2x): %s\n", targetMet ? "met" : "NOT MET");
+    std::printf("target at 20k and 100k (ratio <= 2x): %s; beyond the fixed cost (ratio-fixed <= 2x): %s\n",
+                targetMet ? "met" : "NOT MET", variableMet ? "met" : "NOT MET");
     return 0;
 }
 

@@ -145,12 +145,11 @@ KindDescription materialKind() {
     kind.create = createEmpty<Material>;
     kind.read = readMaterialRow;
     kind.bind = bindMaterialRow;
-    // The section hatch: user-defined lines by spacing, angle and crossing; catalogue patterns
-    // by kind, name (letter case ignored, as the catalogues do), scale and angle; nothing to
-    // draw without a pattern or a name.
-    kind.depiction = "CASE WHEN m.sect_type = 1 THEN '1|' || m.sect_space || '|' || m.sect_angle || '|' || m.sect_cross"
-                     " WHEN m.sect_type IN (2, 3) AND m.sect_name <> '' THEN m.sect_type || '|' || lower(m.sect_name)"
-                     " || '|' || m.sect_scale || '|' || m.sect_angle ELSE '' END";
+    // The section hatch: its kind (none when it draws nothing: no pattern, or a catalogue kind
+    // without a name), name (letter case ignored, as the catalogues do), scale, spacing, angle
+    // and crossing.
+    kind.depiction = {"CASE WHEN m.sect_type = 1 OR (m.sect_type IN (2, 3) AND m.sect_name <> '') THEN m.sect_type END",
+                      "lower(m.sect_name)", "m.sect_scale", "m.sect_space", "m.sect_angle", "m.sect_cross"};
     kind.references.push_back(columnReference(
         kMaterialType, "lib_material", "class_id", "c",
         [](const Object& owner, std::vector<const Object*>& targets) { addIfPresent(material(owner).material_type().get(), targets); },
@@ -190,11 +189,12 @@ KindDescription compositionKind() {
     kind.bind = bindCompositionRow;
     // The plies from the outside in, each by its thickness and its material's section hatch,
     // and the variable ply.
-    kind.depiction =
-        "coalesce((SELECT group_concat(ply, ';') FROM (SELECT p.thickness || ':' || pm.sect_type || ':' || lower(pm.sect_name)"
+    kind.depiction = {
+        "(SELECT group_concat(ply, ';') FROM (SELECT p.thickness || ':' || pm.sect_type || ':' || lower(pm.sect_name)"
         " || ':' || pm.sect_scale || ':' || pm.sect_space || ':' || pm.sect_angle || ':' || pm.sect_cross AS ply"
         " FROM lib_ply p JOIN lib_material pm ON pm.id = p.material_id WHERE p.composition_id = k.id"
-        " ORDER BY p.position)), '') || '|' || k.variable_ply";
+        " ORDER BY p.position))",
+        "k.variable_ply"};
     // Plies first: a copy brings the materials before the names they use.
     KindReference plies;
     plies.target = kMaterial;
@@ -264,7 +264,9 @@ void derive(KindDescription& kind, const std::map<ObjectType, KindDescription>& 
     for (const std::string& join : joins)
         from += join;
     kind.select = "SELECT " + joined(selected, ", ") + from;
-    kind.listSelect = "SELECT " + a + ".id, " + a + "." + kind.nameColumn + ", " + kind.depiction + from;
+    std::vector<std::string> listed{a + ".id", a + "." + kind.nameColumn};
+    listed.insert(listed.end(), kind.depiction.begin(), kind.depiction.end());
+    kind.listSelect = "SELECT " + joined(listed, ", ") + from;
     kind.insert = "INSERT INTO " + kind.table + "(" + joined(kind.columns, ", ") + ") VALUES (" + joined(parameters, ", ") + ")";
     kind.update = "UPDATE " + kind.table + " SET " + joined(assignments, ", ") + " WHERE id = ?" +
                   std::to_string(kind.columns.size() + 1);

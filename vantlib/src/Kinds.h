@@ -87,13 +87,14 @@ struct KindDescription {
     bool nameOnly = false;
     // Library::purge removes the objects of this kind that nothing refers to.
     bool purgeable = false;
-    // SQL expression (over `alias`) of everything an object's list thumbnail depends on;
-    // the empty text for kinds whose rows have no picture.
-    std::string depiction = "''";
+    // SQL expressions (over `alias`) of everything an object's list thumbnail depends on.
+    // The depiction is their values side by side; a NULL first value means there is nothing
+    // to draw. No expressions: the kind's rows have no picture.
+    std::vector<std::string> depiction;
 
     // ---- Derived when the kind is registered.
     std::string select;      // every row, joined with the names of column references; WHERE may follow
-    std::string listSelect;  // id, name and depiction of every row, with the same joins
+    std::string listSelect;  // id, name and the depiction's values of every row, with the same joins
     std::string insert;
     std::string update;      // the id is bound after the columns
     std::string remove;

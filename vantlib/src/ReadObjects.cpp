@@ -180,6 +180,27 @@ Filter compositionFilter(const KindDescription& kind, const CompositionCriteria&
     return filter;
 }
 
+// The values of columns first..first+count-1 side by side as bytes: numbers as they are stored,
+// texts ended by a zero, so that equal values give equal bytes without formatting anything.
+void appendRawValues(const Statement& row, int first, int count, std::string& out) {
+    sqlite3_stmt* stmt = row.handle();
+    for (int column = first; column < first + count; ++column) {
+        const int type = sqlite3_column_type(stmt, column);
+        out.push_back(char('0' + type));
+        if (type == SQLITE_INTEGER) {
+            const sqlite3_int64 value = sqlite3_column_int64(stmt, column);
+            out.append(reinterpret_cast<const char*>(&value), sizeof value);
+        } else if (type == SQLITE_FLOAT) {
+            const double value = sqlite3_column_double(stmt, column);
+            out.append(reinterpret_cast<const char*>(&value), sizeof value);
+        } else if (type != SQLITE_NULL) {
+            const auto* text = sqlite3_column_text(stmt, column);
+            out.append(reinterpret_cast<const char*>(text), size_t(sqlite3_column_bytes(stmt, column)));
+            out.push_back('\0');
+        }
+    }
+}
+
 // The rows of a list: id, name and depiction only, in the order lists show them (by name,
 // letter case ignored, which the name column's collation and index give for free).
 std::vector<ObjectSummary> listKind(const LibraryStore& store, const KindDescription& kind, const Filter& filter) {
@@ -187,8 +208,12 @@ std::vector<ObjectSummary> listKind(const LibraryStore& store, const KindDescrip
                                       ", " + kind.column("id"));
     filter.bindTo(rows);
     std::vector<ObjectSummary> result;
-    while (rows.step())
-        result.push_back(ObjectSummary{rows.id(0), rows.text(1), rows.utf8(2)});
+    const int values = int(kind.depiction.size());
+    while (rows.step()) {
+        result.push_back(ObjectSummary{rows.id(0), rows.text(1), std::string()});
+        if (values > 0 && !rows.isNull(2))
+            appendRawValues(rows, 2, values, result.back().depiction);
+    }
     rows.reset();
     return result;
 }

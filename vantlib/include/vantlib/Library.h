@@ -27,8 +27,8 @@ class LibraryStore;
 struct ObjectSummary {
     uint32_t id = 0;
     OdString name;
-    // Everything the object's list thumbnail depends on, as text: objects with the same
-    // depiction look the same. Empty when there is nothing to draw.
+    // Everything the object's list thumbnail depends on, as bytes to compare (not to show):
+    // objects with the same depiction look the same. Empty when there is nothing to draw.
     std::string depiction;
 };
 
