@@ -140,3 +140,19 @@ TEST_F(BalloonTest, LongTitleAndMessageWrapAndEveryLineFitsItsLabel) {
         EXPECT_TRUE(inside.Contains(label->GetRect())) << name << " lies inside the balloon";
     }
 }
+
+TEST_F(BalloonTest, APathLongerThanALineStaysWholeAndIndented) {
+    RecordingHandler handler;
+    const wxString path = "/home/someone/projects/libraries/central-metric-library-of-the-whole-office-2026.vlib";
+    ASSERT_TRUE(wxg::showBubbleWindow(
+        &handler, qta::BubbleData("Missing project or central database",
+                                  "The central database file is missing at:\n\t" + path, "")));
+    pumpUntil([] { return false; }, 300);
+    auto* body = wxDynamicCast(wxWindow::FindWindowByName("VL_BUBBLE_MESSAGE", balloon()), wxStaticText);
+    ASSERT_NE(body, nullptr);
+    EXPECT_TRUE(body->GetLabel().EndsWith("\n" + wxString(L'\u00A0', 4) + path)) << "one line: indent and path";
+    wxClientDC dc(body);
+    dc.SetFont(body->GetFont());
+    EXPECT_GE(body->GetSize().x, dc.GetMultiLineTextExtent(body->GetLabel()).x);
+    EXPECT_TRUE(wxRect(balloon()->GetClientSize()).Contains(body->GetRect()));
+}

@@ -87,9 +87,11 @@ BubbleWindow::BubbleWindow(wxWindow* host, NotificationsHandler* handler, const 
     title->SetFont(title->GetFont().Bold());
     wrapLabel(title, wrap);
     texts->Add(title, 0, wxBOTTOM, FromDIP(4));
-    // Tabs in messages indent paths; a static text shows them as nothing.
+    // Tabs in messages indent paths; a static text shows them as nothing. The indent is made of
+    // no-break spaces, so that wrapping keeps it with the path instead of leaving it on a line
+    // of its own.
     wxString message = data.message;
-    message.Replace("\t", "    ");
+    message.Replace("\t", wxString(L'\u00A0', 4));
     auto* body = new wxStaticText(this, wxID_ANY, message, wxDefaultPosition, wxDefaultSize, 0, "VL_BUBBLE_MESSAGE");
     wrapLabel(body, wrap);
     texts->Add(body, 0, wxBOTTOM, FromDIP(6));
