@@ -76,6 +76,23 @@ LibraryCopyReport copyMaterialsAndCompositions(const std::shared_ptr<vantlib::Li
     return report;
 }
 
+wxArrayString copyReportLines(const LibraryCopyReport& report) {
+    wxArrayString lines;
+    lines.push_back(wxString::Format(
+        wxPLURAL("%u material or composition copied from the central library into the project library.",
+                 "%u materials and compositions copied from the central library into the project library.",
+                 report.copied),
+        report.copied));
+    if (report.skippedMaterials)
+        lines.push_back(wxString::Format(
+            wxPLURAL("%u material skipped.", "%u materials skipped.", report.skippedMaterials), report.skippedMaterials));
+    if (report.skippedCompositions)
+        lines.push_back(wxString::Format(
+            wxPLURAL("%u composition skipped.", "%u compositions skipped.", report.skippedCompositions),
+            report.skippedCompositions));
+    return lines;
+}
+
 wxString transmittalFileLine(const std::pair<OdString, ca::TransmittalGraphNode::EFileType>& file) {
     if (file.second == ca::TransmittalGraphNode::kLibraryFile)
         return wxString::Format(_("Project library: %s"), toWx(file.first));
@@ -140,10 +157,8 @@ void runCopyCentralToProject() {
             ca::prompt(_("The copy was cancelled; the project library is unchanged."));
             return;
         }
-        ca::promptf(_("%u materials and compositions copied from the central library into the project library.").wc_str(),
-                    report.copied);
-        ca::promptf(_("%u materials and %u compositions skipped.").wc_str(), report.skippedMaterials,
-                    report.skippedCompositions);
+        for (const wxString& line : copyReportLines(report))
+            ca::prompt(line);
     } catch (const vantlib::Exception& error) {
         showLibraryError(error);
     }

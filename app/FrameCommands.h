@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 
+#include <wx/arrstr.h>
 #include <wx/string.h>
 
 #include <CaApp.h>
@@ -30,6 +31,11 @@ using CopyProgress = std::function<bool(unsigned done, unsigned total, const wxS
 LibraryCopyReport copyMaterialsAndCompositions(const std::shared_ptr<vantlib::Library>& target,
                                                const std::shared_ptr<const vantlib::Library>& source,
                                                const CopyProgress& progress);
+
+// The command-line report of a finished copy, one sentence per line: how many objects were
+// stored, then how many materials and how many compositions were skipped (a kind with none
+// skipped is not mentioned).
+wxArrayString copyReportLines(const LibraryCopyReport& report);
 
 // Describes the files that travel with a drawing in a transmittal package, one line each.
 wxString transmittalFileLine(const std::pair<OdString, ca::TransmittalGraphNode::EFileType>& file);

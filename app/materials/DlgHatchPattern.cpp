@@ -143,7 +143,9 @@ void DlgHatchPattern::updateStatus() {
     case kHatchValid: break;
     }
     auto* text = XRCCTRL(*this, "STAT_ERROR", wxStaticText);
-    text->SetLabel(message);
+    // The hidden line keeps its last text: its room stays reserved at the height of one line.
+    if (!message.empty())
+        text->SetLabel(message);
     text->Show(!message.empty());
     FindWindow(XRCID("BMP_ERROR"))->Show(!message.empty());
     Layout();

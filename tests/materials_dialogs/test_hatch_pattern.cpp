@@ -1,5 +1,8 @@
 // The hatch pattern dialog: kinds of pattern, the fields each shows, validation of the numbers
 // and what OK writes back into the material's pattern.
+#include <vector>
+
+#include <wx/app.h>
 #include <wx/checkbox.h>
 #include <wx/choice.h>
 #include <wx/listctrl.h>
@@ -216,6 +219,38 @@ TEST_F(HatchPatternDialog, DoubleClickingAPatternAcceptsIt) {
     });
     EXPECT_EQ(result, wxID_OK);
     EXPECT_EQ(pattern.name(), OdString(L"BRICK"));
+}
+
+TEST_F(HatchPatternDialog, PatternsKeepTheirPlacesWhenTheErrorLineComesAndGoes) {
+    vantlib::Pattern pattern = predefined(L"DIAG");
+    vl_app::DlgHatchPattern dialog(nullptr, pattern, vl_db::kHatchSection);
+    runModal(dialog, [&] {
+        // Where each picture of the grid is, after the layout has settled.
+        const auto places = [&dialog] {
+            dialog.Layout();
+            wxTheApp->Yield(true);
+            std::vector<wxPoint> points{list(dialog)->GetPosition(), wxPoint(list(dialog)->GetSize().x, list(dialog)->GetSize().y)};
+            for (long row = 0; row < list(dialog)->GetItemCount(); ++row) {
+                wxPoint point;
+                list(dialog)->GetItemPosition(row, point);
+                points.push_back(point);
+            }
+            return points;
+        };
+        ASSERT_FALSE(shown(dialog, "STAT_ERROR"));
+        const std::vector<wxPoint> withoutError = places();
+        ASSERT_GT(withoutError.size(), 10u);
+
+        // Clearing the choice brings "Please select a pattern."; choosing again takes it away.
+        const long diag = rowOf(dialog, "DIAG");
+        list(dialog)->SetItemState(diag, 0, wxLIST_STATE_SELECTED);
+        ASSERT_TRUE(shown(dialog, "STAT_ERROR"));
+        EXPECT_EQ(places(), withoutError) << "the grid moved when the error line appeared";
+        list(dialog)->SetItemState(diag, wxLIST_STATE_SELECTED, wxLIST_STATE_SELECTED);
+        ASSERT_FALSE(shown(dialog, "STAT_ERROR"));
+        EXPECT_EQ(places(), withoutError);
+        EXPECT_TRUE(press(dialog, wxID_CANCEL));
+    });
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #pragma once
 // The host's property grid: a wxPropertyGrid with the host's look (help as tool tips, themed
-// read-only text colour, splitter that keeps its place when the grid is resized).
+// read-only text colour, splitter that keeps its place when the grid is resized). Escape while a
+// value is being edited cancels that edit and does not reach the dialog around the grid.
 #include <wx/propgrid/propgrid.h>
 
 namespace wxg {
@@ -19,6 +20,7 @@ public:
 
 private:
     void applyTheme();
+    void onCharHook(wxKeyEvent& event);
 };
 
 }  // namespace wxg

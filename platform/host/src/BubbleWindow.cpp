@@ -1,5 +1,8 @@
 #include "BubbleWindow.h"
 
+#include <algorithm>
+
+#include <wx/arrstr.h>
 #include <wx/artprov.h>
 #include <wx/bmpbuttn.h>
 #include <wx/dcclient.h>
@@ -22,6 +25,26 @@ wxColour accentFor(unsigned flags) {
     if (flags & qta::BubbleData::kWarning)
         return wxColour(230, 145, 0);
     return wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHT);
+}
+
+// Wraps a label's text at `width` and fixes the label's size to the wrapped lines, measured in
+// the label's own font. The toolkit applies a label's font only once the label has been shown:
+// sized from the toolkit's earlier measure, a bold title got less width than its lines need, was
+// wrapped a second time and lost its last line below the label. The allowance covers the toolkit
+// measuring a line a pixel or two wider than wx does.
+void wrapLabel(wxStaticText* label, int width) {
+    label->Wrap(width);
+    wxSize lines;
+    for (const wxString& line : wxSplit(label->GetLabel(), '\n', '\0')) {
+        int lineWidth = 0;
+        int lineHeight = 0;
+        label->GetTextExtent(line.empty() ? wxString("Ag") : line, &lineWidth, &lineHeight);
+        if (!line.empty())
+            lines.x = std::max(lines.x, lineWidth);
+        lines.y += lineHeight;
+    }
+    lines.x += label->FromDIP(4);
+    label->SetMinSize(wxSize(lines.x, std::max(lines.y, label->GetBestSize().y)));
 }
 
 wxArtID iconFor(unsigned flags) {
@@ -57,18 +80,20 @@ BubbleWindow::BubbleWindow(wxWindow* host, NotificationsHandler* handler, const 
         auto* source = new wxStaticText(this, wxID_ANY, handler->sourceTitle());
         source->SetForegroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_GRAYTEXT));
         source->SetFont(source->GetFont().Smaller());
-        source->Wrap(wrap);
+        wrapLabel(source, wrap);
         texts->Add(source, 0, wxBOTTOM, FromDIP(2));
     }
     auto* title = new wxStaticText(this, wxID_ANY, data.title, wxDefaultPosition, wxDefaultSize, 0, "VL_BUBBLE_TITLE");
     title->SetFont(title->GetFont().Bold());
-    title->Wrap(wrap);
+    wrapLabel(title, wrap);
     texts->Add(title, 0, wxBOTTOM, FromDIP(4));
-    // Tabs in messages indent paths; a static text shows them as nothing.
+    // Tabs in messages indent paths; a static text shows them as nothing. The indent is made of
+    // no-break spaces, so that wrapping keeps it with the path instead of leaving it on a line
+    // of its own.
     wxString message = data.message;
-    message.Replace("\t", "    ");
+    message.Replace("\t", wxString(L'\u00A0', 4));
     auto* body = new wxStaticText(this, wxID_ANY, message, wxDefaultPosition, wxDefaultSize, 0, "VL_BUBBLE_MESSAGE");
-    body->Wrap(wrap);
+    wrapLabel(body, wrap);
     texts->Add(body, 0, wxBOTTOM, FromDIP(6));
     if (!data.actionLabel.empty()) {
         auto* link = new wxGenericHyperlinkCtrl(this, wxID_ANY, data.actionLabel, wxString(), wxDefaultPosition,

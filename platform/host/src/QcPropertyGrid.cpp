@@ -13,6 +13,7 @@ bool QcPropertyGrid::Create(wxWindow* parent, wxWindowID id, const wxPoint& pos,
     if (!wxPropertyGrid::Create(parent, id, pos, size, style | wxPG_SPLITTER_AUTO_CENTER, name))
         return false;
     applyTheme();
+    Bind(wxEVT_CHAR_HOOK, &QcPropertyGrid::onCharHook, this);
     return true;
 }
 
@@ -25,6 +26,18 @@ void QcPropertyGrid::setPropertyReadOnly(wxPGPropArg id, bool readOnly) {
 void QcPropertyGrid::applyTheme() {
     SetExtraStyle(GetExtraStyle() | wxPG_EX_HELP_AS_TOOLTIPS);
     SetVerticalSpacing(3);
+}
+
+void QcPropertyGrid::onCharHook(wxKeyEvent& event) {
+    // A dialog takes Escape from the char hook as its cancel (or, without one, its OK) button, so
+    // the key would never reach the editor. While an editor has the focus, the grid handles the
+    // key as it handles the editor's own keys: Escape restores the value and leaves the editor.
+    if (event.GetKeyCode() == WXK_ESCAPE && !event.HasAnyModifiers() && GetSelection() && IsEditorFocused()) {
+        wxKeyEvent key(wxEVT_KEY_DOWN, event);
+        HandleKeyEvent(key, true);
+        return;
+    }
+    event.Skip();
 }
 
 }  // namespace wxg
