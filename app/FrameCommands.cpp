@@ -1,3 +1,4 @@
+#include "app/common/ErrorMessages.h"
 #include "app/FrameCommands.h"
 
 #include <set>
@@ -101,9 +102,7 @@ wxString transmittalFileLine(const std::pair<OdString, ca::TransmittalGraphNode:
 
 namespace {
 
-void showLibraryError(const vantlib::Exception& error) {
-    wxMessageBox(toWx(error.message()), _("BIM"), wxOK | wxICON_ERROR, wxg::mainWindow());
-}
+void showLibraryError(const std::exception& error) { showError(wxg::mainWindow(), error); }
 
 void runTransmittal() {
     OdDbDatabase* db = ca::curDb();
@@ -159,7 +158,7 @@ void runCopyCentralToProject() {
         }
         for (const wxString& line : copyReportLines(report))
             ca::prompt(line);
-    } catch (const vantlib::Exception& error) {
+    } catch (const std::exception& error) {
         showLibraryError(error);
     }
 }

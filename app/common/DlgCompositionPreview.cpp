@@ -1,3 +1,4 @@
+#include "app/common/ErrorMessages.h"
 #include "app/common/DlgCompositionPreview.h"
 
 #include <wx/intl.h>
@@ -96,8 +97,8 @@ void showCompositionPreview() {
     try {
         DlgCompositionPreview dialog(wxg::mainWindow(), vl_db::docLibs(db));
         dialog.ShowModal();
-    } catch (const vantlib::Exception& error) {
-        ca::prompt(wxString::Format(_("The compositions could not be read: %s"), toWx(error.message())));
+    } catch (const std::exception& error) {
+        ca::prompt(wxString::Format(_("The compositions could not be read: %s"), errorText(error)));
     }
 }
 

@@ -13,6 +13,7 @@
 #include <vantlib/Exception.h>
 #include <vantlib/Transaction.h>
 
+#include "app/common/ErrorMessages.h"
 #include "app/common/Helpers.h"
 #include "app/common/ListHelpers.h"
 
@@ -133,9 +134,8 @@ void DlgCustomProperties::onInitDialog(wxInitDialogEvent& event) {
 
     try {
         m_properties = vantlib::getCustomProperties(lib(), m_objectType);
-    } catch (const vantlib::Exception& e) {
-        wxMessageBox(wxString::Format(_("The custom properties could not be read: %s"), toWx(e.message())), _("BIM"),
-                     wxOK | wxICON_ERROR | wxCENTRE, this);
+    } catch (const std::exception& e) {
+        showError(this, e, _("The custom properties could not be read: %s"));
     }
     updateList();
     event.Skip();
@@ -191,8 +191,8 @@ void DlgCustomProperties::onNew(wxCommandEvent& event) {
     QcSmartPtr<vantlib::CustomProperty> property;
     try {
         property = vantlib::CustomProperty::create(toOd(newName()), type(kind));
-    } catch (const vantlib::Exception& e) {
-        wxMessageBox(toWx(e.message()), _("BIM"), wxOK | wxICON_ERROR | wxCENTRE, this);
+    } catch (const std::exception& e) {
+        showError(this, e);
         return;
     }
     m_properties.push_back(property);
@@ -237,12 +237,11 @@ void DlgCustomProperties::onDelete(wxCommandEvent&) {
     if (property->id() != 0) {
         try {
             if (vantlib::isCustomPropUsed(lib(), property)) {
-                wxMessageBox(wxString::Format(_("Can't remove %ls because it is in use."), toWx(property->name())),
-                             _("BIM"), wxOK | wxICON_INFORMATION | wxCENTRE, this);
+                showMessage(this, wxString::Format(_("Can't remove %ls because it is in use."), toWx(property->name())), wxICON_INFORMATION);
                 return;
             }
-        } catch (const vantlib::Exception& e) {
-            wxMessageBox(toWx(e.message()), _("BIM"), wxOK | wxICON_ERROR | wxCENTRE, this);
+        } catch (const std::exception& e) {
+            showError(this, e);
             return;
         }
         m_removed.insert(property->id());
@@ -259,9 +258,8 @@ bool DlgCustomProperties::save() {
         return true;
     const auto library = lib();
     if (!vl_db::writable(m_libs, m_dbType) || !library) {
-        wxMessageBox(_("The library can't be changed any more: it is read-only or no longer available. "
-                       "Press Cancel to close without saving."),
-                     _("BIM"), wxOK | wxICON_WARNING | wxCENTRE, this);
+        showMessage(this, _("The library can't be changed any more: it is read-only or no longer available. "
+                       "Press Cancel to close without saving."), wxICON_WARNING);
         return false;
     }
     std::vector<std::pair<size_t, QcSmartPtr<vantlib::CustomProperty>>> stored;
@@ -279,12 +277,10 @@ bool DlgCustomProperties::save() {
                 stored.emplace_back(index, library->save(m_properties[index]));
         transaction.commit();
     } catch (const PropertyInUse& e) {
-        wxMessageBox(wxString::Format(_("Can't remove %ls because it is in use."), e.name), _("BIM"),
-                     wxOK | wxICON_INFORMATION | wxCENTRE, this);
+        showMessage(this, wxString::Format(_("Can't remove %ls because it is in use."), e.name), wxICON_INFORMATION);
         return false;
-    } catch (const vantlib::Exception& e) {
-        wxMessageBox(wxString::Format(_("The custom properties could not be saved: %s"), toWx(e.message())), _("BIM"),
-                     wxOK | wxICON_ERROR | wxCENTRE, this);
+    } catch (const std::exception& e) {
+        showError(this, e, _("The custom properties could not be saved: %s"));
         return false;
     }
     for (auto& [index, property] : stored)

@@ -15,6 +15,7 @@
 #include <vantlib/Material.h>
 #include <vantlib/MaterialType.h>
 
+#include "app/common/ErrorMessages.h"
 #include "app/common/Helpers.h"
 
 namespace vl_app {
@@ -72,9 +73,8 @@ void DlgMaterialClasses::onInitDialog(wxInitDialogEvent& event) {
     XRCCTRL(*this, "STAT_LIB", wxStaticText)->SetLabel(whatLib(m_dbType));
     try {
         m_edits.load(lib());
-    } catch (const vantlib::Exception& e) {
-        wxMessageBox(wxString::Format(_("The material classes could not be read: %s"), toWx(e.message())), _("BIM"),
-                     wxOK | wxICON_ERROR | wxCENTRE, this);
+    } catch (const std::exception& e) {
+        showError(this, e, _("The material classes could not be read: %s"));
     }
     updateList(-1);
     event.Skip();
@@ -102,8 +102,8 @@ void DlgMaterialClasses::onListDoubleClick(wxCommandEvent&) {
     try {
         if (!nameOk(name, current.id))
             return;
-    } catch (const vantlib::Exception& e) {
-        wxMessageBox(toWx(e.message()), _("BIM"), wxOK | wxICON_ERROR | wxCENTRE, this);
+    } catch (const std::exception& e) {
+        showError(this, e);
         return;
     }
     if (m_edits.rename(entry, name))
@@ -120,13 +120,12 @@ void DlgMaterialClasses::onDelete(wxCommandEvent&) {
         if (current.id != 0 && library) {
             const auto materialClass = library->get<vantlib::MaterialType>(current.id);
             if (materialClass && vantlib::isMaterialClassUsed(library, materialClass)) {
-                wxMessageBox(wxString::Format(_("Can't remove %ls because it is in use."), current.name), _("BIM"),
-                             wxOK | wxICON_INFORMATION | wxCENTRE, this);
+                showMessage(this, wxString::Format(_("Can't remove %ls because it is in use."), current.name), wxICON_INFORMATION);
                 return;
             }
         }
-    } catch (const vantlib::Exception& e) {
-        wxMessageBox(toWx(e.message()), _("BIM"), wxOK | wxICON_ERROR | wxCENTRE, this);
+    } catch (const std::exception& e) {
+        showError(this, e);
         return;
     }
     // The row that takes the deleted one's place in the sorted list becomes the selection.
@@ -143,20 +142,17 @@ void DlgMaterialClasses::onOK(wxCommandEvent&) {
         return;
     }
     if (!vl_db::writable(m_libs, m_dbType)) {
-        wxMessageBox(_("The library can't be changed any more: it is read-only or no longer available. "
-                       "Press Cancel to close without saving."),
-                     _("BIM"), wxOK | wxICON_WARNING | wxCENTRE, this);
+        showMessage(this, _("The library can't be changed any more: it is read-only or no longer available. "
+                       "Press Cancel to close without saving."), wxICON_WARNING);
         return;
     }
     try {
         m_edits.apply(lib());
     } catch (const MaterialClassInUse& e) {
-        wxMessageBox(wxString::Format(_("Can't remove %ls because it is in use."), e.className()), _("BIM"),
-                     wxOK | wxICON_INFORMATION | wxCENTRE, this);
+        showMessage(this, wxString::Format(_("Can't remove %ls because it is in use."), e.className()), wxICON_INFORMATION);
         return;
-    } catch (const vantlib::Exception& e) {
-        wxMessageBox(wxString::Format(_("The material classes could not be saved: %s"), toWx(e.message())), _("BIM"),
-                     wxOK | wxICON_ERROR | wxCENTRE, this);
+    } catch (const std::exception& e) {
+        showError(this, e, _("The material classes could not be saved: %s"));
         return;
     }
     EndModal(wxID_OK);

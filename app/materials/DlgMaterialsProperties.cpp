@@ -13,6 +13,7 @@
 #include <OdStringWx.h>
 #include <QcPropertyGrid.h>
 
+#include "app/common/ErrorMessages.h"
 #include "app/common/Distances.h"
 #include "app/common/Helpers.h"
 #include "app/common/PhysicalUnit.h"
@@ -217,7 +218,7 @@ void DlgMaterials::onPropChanged(wxPropertyGridEvent& event) {
             double thickness = 0.0;
             if (!parseDistance(thickness, value.GetString(), unit())) {
                 refresh = true;
-                wxMessageBox(_("The thickness is not a length."), _("BIM"), wxOK | wxICON_WARNING | wxCENTRE, this);
+                showMessage(this, _("The thickness is not a length."), wxICON_WARNING);
                 break;
             }
             material.bim_asset(true)->set_thicknesses(std::set<double>{thickness});
@@ -267,7 +268,7 @@ void DlgMaterials::onCustomProps(wxCommandEvent&) {
         if (!property)
             return;
         if (!property->appliesTo(vantlib::kMaterial)) {
-            wxMessageBox(_("That custom property is for compositions only."), _("BIM"), wxOK | wxICON_WARNING | wxCENTRE, this);
+            showMessage(this, _("That custom property is for compositions only."), wxICON_WARNING);
             return;
         }
         if (!m_material->has_custom_value(property))

@@ -11,6 +11,7 @@
 
 #include <vl_db/DocumentLibraries.h>
 
+#include "app/common/ErrorMessages.h"
 #include "app/ModuleCommands.h"
 #include "app/materials/DlgMaterials.h"
 #include "app/materials/DlgMaterialsPreview.h"
@@ -27,9 +28,7 @@ OdDbDatabase* activeDrawing() {
 }
 
 void reportFailure(const std::exception& error) {
-    const auto* libraryError = dynamic_cast<const vantlib::Exception*>(&error);
-    ca::prompt(wxString::Format(_("The materials could not be shown: %s"),
-                                libraryError ? toWx(libraryError->message()) : wxString::FromUTF8(error.what())));
+    ca::prompt(wxString::Format(_("The materials could not be shown: %s"), errorText(error)));
 }
 
 void runMaterials() {

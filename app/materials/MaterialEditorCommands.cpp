@@ -13,6 +13,7 @@
 
 #include <vl_db/DocumentLibraries.h>
 
+#include "app/common/ErrorMessages.h"
 #include "app/ModuleCommands.h"
 #include "app/materials/DlgCustomProperties.h"
 #include "app/materials/DlgHatchPattern.h"
@@ -47,8 +48,8 @@ QcSmartPtr<vantlib::Material> firstMaterial(vl_db::DocumentLibraries* libs) {
     return QcSmartPtr<vantlib::Material>();
 }
 
-void reportLibraryError(const vantlib::Exception& error) {
-    ca::prompt(wxString::Format(_("The library could not be used: %s"), toWx(error.message())));
+void reportLibraryError(const std::exception& error) {
+    ca::prompt(wxString::Format(_("The library could not be used: %s"), errorText(error)));
 }
 
 void runMaterialClasses() {
@@ -81,7 +82,7 @@ void runHatchPattern() {
         material->section_pattern() = pattern;
         material->save();
         ca::prompt(wxString::Format(_("Section hatch of %s saved."), toWx(material->name())));
-    } catch (const vantlib::Exception& error) {
+    } catch (const std::exception& error) {
         reportLibraryError(error);
     }
 }
@@ -103,7 +104,7 @@ void runRenderMaterial() {
         material->set_appearance(toOd(dialog.materialName()));
         material->save();
         ca::prompt(wxString::Format(_("Render material of %s saved."), toWx(material->name())));
-    } catch (const vantlib::Exception& error) {
+    } catch (const std::exception& error) {
         reportLibraryError(error);
     }
 }
