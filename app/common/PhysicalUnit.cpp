@@ -5,6 +5,8 @@
 #include <wx/intl.h>
 
 #include <CaUnits.h>
+#include <OdNumberText.h>
+#include <OdStringWx.h>
 #include <OdUnits.h>
 
 namespace vl_app {
@@ -35,7 +37,8 @@ PhysicalUnit::Unit PhysicalUnit::unit() const { return m_unit; }
 
 wxString PhysicalUnit::formattedValue(Unit unit) const {
     const Unit shown = unit == kNone ? m_unit : unit;
-    return wxString::Format("%g ", value(shown)) + abbr(shown);
+    // A point before the decimals whatever the locale, as the editor reads values back.
+    return toWx(OdString(OdNumberText::general(value(shown)))) + " " + abbr(shown);
 }
 
 wxString PhysicalUnit::abbr(Unit unit) {

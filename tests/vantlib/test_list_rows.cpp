@@ -91,3 +91,31 @@ TEST_F(ListRows, ACompositionsDepictionFollowsItsPliesAndTheirHatches) {
 }
 
 }  // namespace
+
+#include "../support/DecimalCommaLocale.h"
+
+namespace {
+
+TEST(StoredNumbers, ThicknessesReadTheSameUnderADecimalCommaLocale) {
+    TempDir dir;
+    const OdString file = dir.file("locale.vlib");
+    {
+        auto library = Library::create(file, OdDb::kUnitsMillimeters);
+        auto board = Material::create(L"Board");
+        board->bim_asset(true)->set_thicknesses({12.5, 0.001});
+        library->save(board);
+    }
+    DecimalCommaLocale german;
+    ASSERT_TRUE(german.active()) << "the locale de_DE.UTF-8 is missing: run tools/install-deps.sh";
+    auto library = Library::open(file);
+    const auto board = library->get<Material>(NameKey(L"Board"));
+    ASSERT_TRUE(board && board->bim_asset());
+    EXPECT_EQ(board->bim_asset()->thicknesses(), (std::set<double>{0.001, 12.5}));
+    // Written under the comma locale, read back the same.
+    auto plank = Material::create(L"Plank");
+    plank->bim_asset(true)->set_thicknesses({27.25});
+    library->save(plank);
+    EXPECT_EQ(library->get<Material>(NameKey(L"Plank"))->bim_asset()->thicknesses(), (std::set<double>{27.25}));
+}
+
+}  // namespace

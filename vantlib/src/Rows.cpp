@@ -1,7 +1,10 @@
 #include "Rows.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+
+#include <OdNumberText.h>
 
 #include "LibraryAccess.h"
 #include "Text.h"
@@ -172,28 +175,28 @@ void bindCompositionRow(Statement& stmt, const Object& object) {
         .bind(8, composition.variable_ply_min_thickness());
 }
 
+// Stored with a point whatever the process locale, so that a library written under one locale
+// reads the same under another.
 std::string thicknessesToText(const std::set<double>& values) {
     std::string text;
-    char buffer[32];
     for (double v : values) {
-        std::snprintf(buffer, sizeof buffer, "%.17g", v);
         if (!text.empty())
             text += ' ';
-        text += buffer;
+        for (wchar_t ch : OdNumberText::precise(v))
+            text += char(ch);
     }
     return text;
 }
 
 std::set<double> thicknessesFromText(const std::string& text) {
     std::set<double> values;
-    const char* p = text.c_str();
-    char* end = nullptr;
-    while (*p) {
-        double v = std::strtod(p, &end);
-        if (end == p)
-            break;
-        values.insert(v);
-        p = end;
+    size_t start = 0;
+    while (start < text.size()) {
+        const size_t end = std::min(text.find(' ', start), text.size());
+        double v = 0.0;
+        if (end > start && OdNumberText::parse(std::wstring(text.begin() + long(start), text.begin() + long(end)), v))
+            values.insert(v);
+        start = end + 1;
     }
     return values;
 }

@@ -5,6 +5,8 @@
 #include <CaApp.h>
 #include <Prompt.h>
 
+#include <wx/intl.h>
+
 #include <vantlib/LibraryManager.h>
 
 #include <vl_db/DbPreferencesProvider.h>
@@ -58,7 +60,7 @@ void initModule(ca::CaApp* app) {
     app->addAppReactor(g_tracker, ca::kDocumentEvents);
     if (OdDbDatabase* active = app->activeDatabase())
         g_tracker->onActivate(active);
-    ca::promptf(L"Library manager ready: project libraries in drawings, central library from the preferences.");
+    ca::prompt(_("Library manager ready: project libraries in drawings, central library from the preferences."));
 }
 
 void uninitModule(ca::CaApp* app) {
