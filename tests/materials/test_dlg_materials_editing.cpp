@@ -76,9 +76,17 @@ protected:
         props->SelectProperty(density, true);
         settle();
         auto* editor = dynamic_cast<wxTextEntry*>(props->GetEditorControl());
-        if (editor)
-            editor->SetValue(text);
-        return editor != nullptr;
+        if (!editor)
+            return false;
+        editor->SetValue(text);
+        // The user types into the cell, so it has the focus; under load the display server
+        // hands the focus over late, and a key pressed before that would not be the cell's.
+        props->GetEditorControl()->SetFocus();
+        for (int wait = 0; wait < 100 && !props->IsEditorFocused(); ++wait) {
+            wxMilliSleep(10);
+            wxYield();
+        }
+        return props->IsEditorFocused();
     }
 
     // The density as the grid shows it: the editor's text while the cell has one.

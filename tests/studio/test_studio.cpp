@@ -115,6 +115,8 @@ TEST(Studio, CommandLineLinesAreGermanUnderLangDe) {
     EXPECT_NE(result.err.find(drawing + " geöffnet."), std::string::npos) << result.err;
     EXPECT_NE(result.err.find("werden mit der Zeichnung weitergegeben"), std::string::npos) << result.err;
     EXPECT_EQ(result.err.find("Opened "), std::string::npos) << result.err;
+    EXPECT_EQ(result.err.find("Library manager ready"), std::string::npos) << result.err;
+    EXPECT_NE(result.err.find("Bibliotheksverwaltung bereit"), std::string::npos) << result.err;
 }
 
 TEST(Studio, OpensADrawingAndReportsItsTransmittalFiles) {

@@ -25,6 +25,21 @@ size_t ownerIndex(const std::vector<Object*>& objects, size_t& cursor, uint32_t 
     return objects.size();
 }
 
+// Steps through link rows ordered by owner id (column 0) and hands each row whose owner is
+// among `objects` (sorted by id) to `attach` with that owner's index; resets the statement.
+template <class Attach>
+void forOwnedRows(Statement& rows, const std::vector<Object*>& objects, Attach attach) {
+    size_t cursor = 0;
+    while (rows.step()) {
+        const size_t index = ownerIndex(objects, cursor, rows.id(0));
+        if (cursor == objects.size())
+            break;
+        if (index != objects.size())
+            attach(index);
+    }
+    rows.reset();
+}
+
 void readTags(const LibraryStore& store, ObjectType owner, const std::vector<Object*>& objects,
               const IdRestriction& restriction, std::vector<bool>&) {
     Statement& rows = store.statement(
@@ -32,18 +47,11 @@ void readTags(const LibraryStore& store, ObjectType owner, const std::vector<Obj
         " WHERE ot.object_type = ?1" + andClause(restriction.sql("ot.object_id", 2)) + " ORDER BY ot.object_id, ot.position");
     rows.bind(1, unsigned(owner));
     restriction.bind(rows, 2);
-    size_t cursor = 0;
-    while (rows.step()) {
-        size_t index = ownerIndex(objects, cursor, rows.id(0));
-        if (cursor == objects.size())
-            break;
-        if (index == objects.size())
-            continue;
+    forOwnedRows(rows, objects, [&](size_t index) {
         QcSmartPtr<Tag> tag = Tag::create(rows.text(2));
         LibraryAccess::bind(*tag, rows.id(1), store.weakSelf());
         LibraryAccess::tags(static_cast<AnnotatedObject&>(*objects[index])).push_back(tag);
-    }
-    rows.reset();
+    });
 }
 
 void writeTags(LibraryStore& store, ObjectType owner, uint32_t id, const Object&, const std::vector<uint32_t>& targets,
@@ -64,23 +72,16 @@ void readCustomValues(const LibraryStore& store, ObjectType owner, const std::ve
         andClause(restriction.sql("cv.object_id", 2)) + " ORDER BY cv.object_id, p.id");
     rows.bind(1, unsigned(owner));
     restriction.bind(rows, 2);
-    size_t cursor = 0;
-    while (rows.step()) {
-        size_t index = ownerIndex(objects, cursor, rows.id(0));
-        if (cursor == objects.size())
-            break;
-        if (index == objects.size())
-            continue;
-        int kind = rows.integer(3);
+    forOwnedRows(rows, objects, [&](size_t index) {
+        const int kind = rows.integer(3);
         if (!isCustomPropertyScope(kind)) {
             damaged[index] = true;
-            continue;
+            return;
         }
         QcSmartPtr<CustomProperty> property = CustomProperty::create(rows.text(2), ObjectType(kind));
         LibraryAccess::bind(*property, rows.id(1), store.weakSelf());
         LibraryAccess::customValues(static_cast<AnnotatedObject&>(*objects[index])).push_back(CustomValue{property, rows.text(4)});
-    }
-    rows.reset();
+    });
 }
 
 void writeCustomValues(LibraryStore& store, ObjectType owner, uint32_t id, const Object& object,
