@@ -1,0 +1,149 @@
+#pragma once
+// Libraries with materials and compositions, and helpers that act on the compositions dialog
+// and its ply grid as a user does: selecting rows, typing into cells, clicking marks.
+#include <initializer_list>
+#include <memory>
+
+#include <gtest/gtest.h>
+#include <wx/app.h>
+#include <wx/grid.h>
+#include <wx/listctrl.h>
+#include <wx/textctrl.h>
+#include <wx/xrc/xmlres.h>
+
+#include <OdStringWx.h>
+
+#include <vantlib/vantlib.h>
+
+#include "DrawingWithLibraries.h"
+
+#include "app/compositions/DlgCompositions.h"
+
+namespace vl_compositions_test {
+
+struct PlySpec {
+    const wchar_t* material;
+    double thickness;
+};
+
+class CompositionsFixture : public vl_test::DrawingWithLibraries {
+protected:
+    void TearDown() override {
+        dialog.reset();
+        DrawingWithLibraries::TearDown();
+    }
+
+    // A stored material with a hatch and, when positive, conductivity (W/(m·K)) and density
+    // (kg/m³).
+    QcSmartPtr<vantlib::Material> material(const std::shared_ptr<vantlib::Library>& library, const wchar_t* name,
+                                           double conductivity = 0.0, double density = 0.0) {
+        auto material = vantlib::Material::create(name);
+        material->section_pattern().set_type(vantlib::Pattern::kPredefined);
+        material->section_pattern().set_name(L"DIAG");
+        if (conductivity > 0.0)
+            material->physical_asset(true)->set_thermal_conductivity(conductivity, L"W/(m\u00B7K)");
+        if (density > 0.0)
+            material->physical_asset(true)->set_density(density, L"kg/m\u00B3");
+        return library->save(material);
+    }
+
+    QcSmartPtr<vantlib::Composition> composition(const std::shared_ptr<vantlib::Library>& library,
+                                                 const wchar_t* name, vantlib::Composition::Type type,
+                                                 std::initializer_list<PlySpec> plies) {
+        auto composition = vantlib::Composition::create(name, type);
+        for (const PlySpec& ply : plies) {
+            auto used = library->get<vantlib::Material>(vantlib::NameKey(ply.material));
+            composition->append_ply(vantlib::Ply(used, ply.thickness, vantlib::kFunctionStructure));
+        }
+        return library->save(composition);
+    }
+
+    QcSmartPtr<vantlib::Composition> stored(const std::shared_ptr<vantlib::Library>& library, const wchar_t* name) {
+        return library->get<vantlib::Composition>(vantlib::NameKey(name));
+    }
+
+    vl_app::DlgCompositions& open(vl_db::EMode mode = vl_db::kModeManager, vl_db::EDbType type = vl_db::kDbNone,
+                                  unsigned id = 0, const wxString& filter = wxString()) {
+        dialog = std::make_unique<vl_app::DlgCompositions>(nullptr, libs, mode, type, id, filter);
+        dialog->Show();
+        return *dialog;
+    }
+
+    wxWindow* control(const char* name) const { return dialog->FindWindow(XRCID(name)); }
+    vl_app::ObjectListCtrl* list(vl_db::EDbType type) const { return dialog->list(type); }
+    vl_app::PlyGrid* grid() const { return dialog->plyGrid(); }
+
+    long row(vl_db::EDbType type, const wxString& name) const { return list(type)->FindItem(-1, name); }
+
+    void click(vl_db::EDbType type, const wxString& name) {
+        wxListCtrl* target = list(type);
+        const long index = row(type, name);
+        ASSERT_NE(index, -1) << name;
+        for (long other = 0; other < target->GetItemCount(); ++other)
+            if (other != index && target->GetItemState(other, wxLIST_STATE_SELECTED))
+                target->SetItemState(other, 0, wxLIST_STATE_SELECTED);
+        target->SetItemState(index, wxLIST_STATE_SELECTED | wxLIST_STATE_FOCUSED,
+                             wxLIST_STATE_SELECTED | wxLIST_STATE_FOCUSED);
+        settle();
+    }
+
+    void type(const char* name, const wxString& text) {
+        auto* entry = dynamic_cast<wxTextEntry*>(control(name));
+        ASSERT_TRUE(entry) << name;
+        entry->SetValue(text);
+    }
+
+    void command(const char* name) {
+        wxCommandEvent event(wxEVT_MENU, XRCID(name));
+        event.SetEventObject(dialog.get());
+        dialog->GetEventHandler()->ProcessEvent(event);
+    }
+
+    bool enabled(const char* name) {
+        wxUpdateUIEvent event(XRCID(name));
+        event.SetEventObject(dialog.get());
+        dialog->GetEventHandler()->ProcessEvent(event);
+        return !event.GetSetEnabled() || event.GetEnabled();
+    }
+
+    // A left click on a grid cell, as the grid reports it.
+    void clickCell(int row, int col) {
+        wxGridEvent event(grid()->GetId(), wxEVT_GRID_CELL_LEFT_CLICK, grid(), row, col);
+        grid()->GetEventHandler()->ProcessEvent(event);
+        settle();
+    }
+
+    void doubleClickCell(int row, int col) {
+        wxGridEvent event(grid()->GetId(), wxEVT_GRID_CELL_LEFT_DCLICK, grid(), row, col);
+        grid()->GetEventHandler()->ProcessEvent(event);
+        settle();
+    }
+
+    // Clicks a cell, types into its editor and leaves it, as Enter does.
+    void typeInCell(int row, int col, const wxString& text) {
+        clickCell(row, col);
+        ASSERT_TRUE(grid()->IsCellEditControlEnabled());
+        auto* entry = dynamic_cast<wxTextEntry*>(grid()->GetCellEditor(row, col)->GetControl());
+        ASSERT_TRUE(entry);
+        entry->SetValue(text);
+        grid()->DisableCellEditControl();
+        settle();
+    }
+
+    void selectPlies(std::initializer_list<int> rows) {
+        grid()->ClearSelection();
+        for (const int index : rows)
+            grid()->SelectRow(index, true);
+    }
+
+    static void settle() {
+        wxTheApp->ProcessPendingEvents();
+        wxMilliSleep(100);
+        wxTheApp->ProcessPendingEvents();
+        wxYield();
+    }
+
+    std::unique_ptr<vl_app::DlgCompositions> dialog;
+};
+
+}  // namespace vl_compositions_test
