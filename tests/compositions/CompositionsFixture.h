@@ -6,7 +6,9 @@
 
 #include <gtest/gtest.h>
 #include <wx/app.h>
+#include <wx/combobox.h>
 #include <wx/grid.h>
+#include <wx/propgrid/propgrid.h>
 #include <wx/listctrl.h>
 #include <wx/textctrl.h>
 #include <wx/xrc/xmlres.h>
@@ -17,6 +19,9 @@
 
 #include "DrawingWithLibraries.h"
 
+#include <QcPropertyGrid.h>
+
+#include "app/common/Helpers.h"
 #include "app/compositions/DlgCompositions.h"
 
 namespace vl_compositions_test {
@@ -108,9 +113,13 @@ protected:
 
     // A left click on a grid cell, as the grid reports it.
     void clickCell(int row, int col) {
+        pressCell(row, col);
+        settle();
+    }
+
+    void pressCell(int row, int col) {
         wxGridEvent event(grid()->GetId(), wxEVT_GRID_CELL_LEFT_CLICK, grid(), row, col);
         grid()->GetEventHandler()->ProcessEvent(event);
-        settle();
     }
 
     void doubleClickCell(int row, int col) {
@@ -121,9 +130,11 @@ protected:
 
     // Clicks a cell, types into its editor and leaves it, as Enter does.
     void typeInCell(int row, int col, const wxString& text) {
-        clickCell(row, col);
+        pressCell(row, col);
         ASSERT_TRUE(grid()->IsCellEditControlEnabled());
-        auto* entry = dynamic_cast<wxTextEntry*>(grid()->GetCellEditor(row, col)->GetControl());
+        wxGridCellEditor* editor = grid()->GetCellEditor(row, col);
+        auto* entry = dynamic_cast<wxTextEntry*>(editor->GetControl());
+        editor->DecRef();
         ASSERT_TRUE(entry);
         entry->SetValue(text);
         grid()->DisableCellEditControl();
@@ -136,6 +147,8 @@ protected:
             grid()->SelectRow(index, true);
     }
 
+public:
+    // Lets pending events and the reload timer run.
     static void settle() {
         wxTheApp->ProcessPendingEvents();
         wxMilliSleep(100);
@@ -143,6 +156,7 @@ protected:
         wxYield();
     }
 
+protected:
     std::unique_ptr<vl_app::DlgCompositions> dialog;
 };
 
