@@ -314,4 +314,35 @@ TEST_F(VlibTool, CreateMakesAnEmptyLibraryOfTheChosenUnit) {
     EXPECT_EQ(vlib({"check", imperial}).exitCode, 0);
 }
 
+
+TEST_F(VlibTool, ShowPrintsACompositionsPliesAndItsThermalValues) {
+    const ToolRun wall = vlib({"show", demoFile("central-metric.vlib").string(), "composition", "EW-02 Concrete, ETICS"});
+    ASSERT_EQ(wall.exitCode, 0) << wall.err;
+    // 5 mm render (0.7, 1800), 160 mm EPS (0.035, 20), 200 mm concrete (2.3, 2400), 10 mm plaster
+    // (0.43, 1200): R = 0.00714 + 4.57143 + 0.08696 + 0.02326 = 4.689; U = 1 / (0.13 + R + 0.04)
+    // = 0.206; mass = 9 + 3.2 + 480 + 12 = 504.2.
+    const auto shown = fields(wall.out);
+    EXPECT_EQ(shown.at("Thermal resistance R"), "4.69 m2K/W");
+    EXPECT_EQ(shown.at("Thermal transmittance U").substr(0, 14), "0.206 W/(m2K),");
+    EXPECT_EQ(shown.at("Mass per area"), "504.2 kg/m2");
+    EXPECT_NE(wall.out.find("2. Expanded polystyrene EPS 035, insulation, 160 mm (variable, at least 160 mm)"),
+              std::string::npos)
+        << wall.out;
+
+    const ToolRun roof = vlib({"show", demoFile("central-metric.vlib").string(), "composition",
+                                "RF-01 Flat roof, warm deck, tapered"});
+    ASSERT_EQ(roof.exitCode, 0) << roof.err;
+    EXPECT_NE(roof.out.find("Rsi 0.10 and Rse 0.04"), std::string::npos) << "heat flows upward through a roof";
+
+    const ToolRun concrete = vlib({"show", demoFile("central-metric.vlib").string(), "material", "Concrete C30/37"});
+    ASSERT_EQ(concrete.exitCode, 0) << concrete.err;
+    EXPECT_EQ(fields(concrete.out).at("Density"), "2400 kg/m\u00B3");
+
+    const ToolRun missing = vlib({"show", demoFile("central-metric.vlib").string(), "composition", "No such wall"});
+    EXPECT_NE(missing.exitCode, 0);
+    EXPECT_NE(missing.err.find("No such wall"), std::string::npos) << missing.err;
+    const ToolRun tag = vlib({"show", demoFile("central-metric.vlib").string(), "tag", "exterior"});
+    EXPECT_EQ(tag.exitCode, 2) << "show prints materials and compositions only";
+}
+
 }  // namespace

@@ -13,6 +13,7 @@ using Words = std::vector<std::string>;
 int createCommand(const Words& args, std::ostream& out);
 int infoCommand(const Words& args, std::ostream& out);
 int listCommand(const Words& args, std::ostream& out);
+int showCommand(const Words& args, std::ostream& out);
 int checkCommand(const Words& args, std::ostream& out);
 int copyCommand(const Words& args, std::ostream& out);
 int recoverCommand(const Words& args, std::ostream& out);

@@ -96,6 +96,9 @@ QcSmartPtr<vantlib::Composition> makeComposition(const vantlib::Library& library
                     OdString::formatted(L"Composition '%ls' has more than one variable ply", toOd(source.name).c_str()));
             composition->append_ply(vantlib::Ply(material, ply.thickness, vantlib::MaterialFunction(ply.function)));
             composition->set_variable_ply(int(composition->numPlies()) - 1);
+            // The listed thickness is the least the element is built with: the thermal
+            // values of the composition are those of that thickness.
+            composition->set_variable_ply_min_thickness(ply.thickness);
         } else {
             composition->append_ply(vantlib::Ply(material, ply.thickness, vantlib::MaterialFunction(ply.function)));
         }

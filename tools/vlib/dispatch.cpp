@@ -13,6 +13,9 @@ void printUsage(std::ostream& out) {
            "  info FILE                           schema version, unit and the number of objects of each kind\n"
            "  list FILE KIND [--class C] [--tag T]\n"
            "                                      names of the objects of a kind, optionally filtered\n"
+           "  show FILE composition NAME          a composition's plies with their physical values, its R, U\n"
+           "                                      and mass per area\n"
+           "  show FILE material NAME             a material's fields and physical values\n"
            "  check FILE [--central LIBRARY]      verify integrity and references (of a drawing's entities too);\n"
            "                                      exit 1 when broken\n"
            "  copy SRC DST KIND NAME... [--on-clash skip|overwrite|rename]\n"
@@ -31,7 +34,7 @@ int dispatch(const Words& words, std::ostream& out) {
     static const std::map<std::string, Command> commands{
         {"create", createCommand}, {"info", infoCommand}, {"list", listCommand},
         {"check", checkCommand},   {"copy", copyCommand}, {"demo", demoCommand},
-        {"recover", recoverCommand},
+        {"recover", recoverCommand}, {"show", showCommand},
     };
     if (words.empty())
         throw UsageError("no command given");
