@@ -60,10 +60,11 @@ void DlgCompositions::createPropertyGrid() {
     wxSizer* sizer = placeholder->GetContainingSizer();
     sizer->Replace(placeholder, m_grid, true);
     placeholder->Destroy();
-    // The building-physics values are written under the preview as well.
-    wxWindow* preview = FindWindow(XRCID("PREVIEW"));
-    auto* physics = new wxStaticText(preview->GetParent(), XRCID("STAT_PHYSICS"), wxString());
-    preview->GetContainingSizer()->Insert(1, physics, wxSizerFlags().Border(wxALL, 4));
+    // The building-physics values are written under the preview, across the panel so that
+    // the name and type fields keep their width.
+    wxWindow* panel = FindWindow(XRCID("PANEL_CMP"));
+    panel->GetSizer()->Insert(1, new wxStaticText(panel, XRCID("STAT_PHYSICS"), wxString()),
+                              wxSizerFlags().Border(wxLEFT | wxBOTTOM, 4));
     parent->Layout();
 }
 
