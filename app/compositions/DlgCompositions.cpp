@@ -132,9 +132,11 @@ void DlgCompositions::onInitDialog(wxInitDialogEvent& event) {
             tools->SetToolNormalBitmap(XRCID(tool.first), picture);
     }
     auto* plyTools = XRCCTRL(*this, "TBAR_PLY_EDIT", wxToolBar);
-    const wxBitmap erase = wxg::themedBitmap("ERASE");
-    if (erase.IsOk())
-        plyTools->SetToolNormalBitmap(XRCID("TOOL_PLY_DEL"), erase);
+    for (const auto& tool : {std::make_pair("TOOL_PLY_DUPL", "COPYCLIP"), std::make_pair("TOOL_PLY_DEL", "ERASE")}) {
+        const wxBitmap picture = wxg::themedBitmap(tool.second);
+        if (picture.IsOk())
+            plyTools->SetToolNormalBitmap(XRCID(tool.first), picture);
+    }
 
     PlyGridOwner& owner = *this;
     m_plies = new PlyGrid(this, wxID_ANY, owner);

@@ -4,47 +4,28 @@
 // The dialog's fixed cost (building it on empty libraries) is printed beside.
 // Needs a display; without one the program runs itself again under xvfb-run.
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
-#include <unistd.h>
-
-#include <wx/app.h>
-#include <wx/frame.h>
-#include <wx/image.h>
-#include <wx/init.h>
-#include <wx/xrc/xmlres.h>
-
-#include <CaApp.h>
-#include <OdDbDatabase.h>
-#include <OdStringWx.h>
-
 #include <vantlib/vantlib.h>
-
-#include <vl_db/DbPreferencesProvider.h>
-#include <vl_db/DocumentLibraries.h>
-#include <vl_resources.h>
 
 #include <sqlite3.h>
 
+#include "DialogBench.h"
 #include "app/materials/DlgMaterials.h"
-
-namespace fs = std::filesystem;
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using vl_bench::Clock;
+namespace fs = vl_bench::fs;
+using vl_bench::msSince;
 constexpr int kRepeats = 3;
 // Materials share their section hatch in groups, as real libraries do: these patterns at a few
 // scales give 24 distinct thumbnails.
 const wchar_t* const kPatterns[] = {L"DIAG", L"BRICK", L"CONCRETE", L"INSUL", L"WOOD", L"STONE", L"NET", L"SOLID"};
 const double kScales[] = {0.5, 1.0, 2.0};
-
-OdString od(const fs::path& path) { return OdString(path.wstring()); }
 
 void fill(const std::shared_ptr<vantlib::Library>& library, size_t count, const wchar_t* prefix) {
     vantlib::Transaction transaction(library);
@@ -60,33 +41,12 @@ void fill(const std::shared_ptr<vantlib::Library>& library, size_t count, const 
     transaction.commit();
 }
 
-double msSince(Clock::time_point start) {
-    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-}
-
 // The dialog as a command opens it: built from its layout, shown, both lists filled, painted.
 double openDialog(vl_db::DocumentLibraries* libs, unsigned* drawn) {
     const auto start = Clock::now();
     vl_app::DlgMaterials dialog(nullptr, libs, vl_db::kModeManager, vl_db::kDbNone, 0);
-    // Rows are painted by a window inside each list; count those paints.
-    bool painted[2] = {false, false};
-    const char* lists[2] = {"LIST_PROJECT", "LIST_LIBRARY"};
-    for (int type = 0; type < 2; ++type)
-        for (wxWindow* child : dialog.FindWindow(XRCID(lists[type]))->GetChildren())
-            child->Bind(wxEVT_PAINT, [&painted, type](wxPaintEvent& event) {
-                painted[type] = true;
-                event.Skip();
-            });
-    dialog.Show();
-    // Until both lists have painted, and rows that have thumbnails have drawn them.
-    const bool rows = libs->secondary()->count<vantlib::Material>() > 0;
-    const auto done = [&]() { return painted[0] && painted[1] && (!rows || dialog.browser()->thumbnails().drawn() > 0); };
-    for (int round = 0; round < 200 && !done(); ++round) {
-        dialog.Update();
-        wxTheApp->Yield(true);
-    }
-    if (!done())
-        throw std::runtime_error("the lists were not painted");
+    vl_bench::showAndPaint(dialog, [&dialog] { return dialog.browser(); },
+                           libs->secondary()->count<vantlib::Material>() > 0);
     const double ms = msSince(start);
     *drawn = dialog.browser()->thumbnails().drawn();
     return ms;
@@ -134,47 +94,11 @@ double openFloor(const fs::path& projectFile, const fs::path& centralFile, size_
     return ms;
 }
 
-class BenchApp : public wxApp {
-public:
-    bool OnInit() override {
-        wxInitAllImageHandlers();
-        wxXmlResource::Get()->InitAllHandlers();
-        InitVantlibXmlResource();
-        return true;
-    }
-};
-
-struct Drawing {
-    vl_db::MemoryPreferencesProvider preferences;
-    std::unique_ptr<OdDbDatabase> db;
-    vl_db::DocumentLibraries* libs = nullptr;
-    fs::path drawingFile, centralFile;
-
-    Drawing(const fs::path& folder, size_t central, size_t project) {
-        fs::create_directories(folder);
-        centralFile = folder / "central.vlib";
-        drawingFile = folder / "house.vldwg";
-        vantlib::Library::create(od(centralFile), OdDb::kUnitsMillimeters);
-        preferences.setDefaultMetricLibrary(od(centralFile));
-        vl_db::DbPreferencesProvider::setInstance(&preferences);
-        db = OdDbDatabase::create(od(drawingFile), OdDb::kUnitsMillimeters);
-        ca::CaApp::instance()->setActiveDatabase(db.get());
-        libs = vl_db::docLibs(db.get());
-        fill(libs->secondary(), central, L"Central material");
-        fill(libs->primary(true), project, L"Project material");
-    }
-    ~Drawing() {
-        ca::CaApp::instance()->setActiveDatabase(nullptr);
-        vl_db::closeDocLibs(db.get());
-        db.reset();
-        vl_db::DbPreferencesProvider::setInstance(nullptr);
-    }
-};
-
 int run(const fs::path& dir) {
+    const vl_bench::LibraryFill nothing = [](const std::shared_ptr<vantlib::Library>&) {};
     double fixedMs = 1e300;
     {
-        Drawing empty(dir / "empty", 0, 0);
+        vl_bench::Drawing empty(dir / "empty", nothing, nothing);
         unsigned drawn = 0;
         for (int repeat = 0; repeat < kRepeats; ++repeat)
             fixedMs = std::min(fixedMs, openDialog(empty.libs, &drawn));
@@ -185,7 +109,9 @@ int run(const fs::path& dir) {
                 "ratio-fixed", "pictures");
     bool targetMet = true, variableMet = true;
     for (const size_t n : {size_t(1000), size_t(5000), size_t(20000), size_t(100000)}) {
-        Drawing drawing(dir / std::to_string(n), n, n / 10);
+        vl_bench::Drawing drawing(
+            dir / std::to_string(n), [n](const auto& library) { fill(library, n, L"Central material"); },
+            [n](const auto& library) { fill(library, n / 10, L"Project material"); });
         double dialogMs = 1e300, floorMs = 1e300;
         unsigned drawn = 0;
         size_t rows = 0;
@@ -212,37 +138,4 @@ int run(const fs::path& dir) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    const char* display = std::getenv("DISPLAY");
-    if ((!display || !*display) && !std::getenv("VL_BENCH_UNDER_XVFB")) {
-        ::setenv("VL_BENCH_UNDER_XVFB", "1", 1);
-        std::vector<char*> args = {const_cast<char*>("xvfb-run"), const_cast<char*>("-a")};
-        args.insert(args.end(), argv, argv + argc);
-        args.push_back(nullptr);
-        ::execvp("xvfb-run", args.data());
-        std::fprintf(stderr, "bench_materials_dialog: no display and xvfb-run could not be started\n");
-        return 1;
-    }
-
-    const fs::path dir = fs::temp_directory_path() / ("vl_bench_materials_" + std::to_string(::getpid()));
-    fs::create_directories(dir / "config");
-    ::setenv("VL_CONFIG_DIR", (dir / "config").c_str(), 1);
-
-    wxApp::SetInstance(new BenchApp());
-    if (!wxEntryStart(argc, argv) || !wxTheApp->CallOnInit()) {
-        std::fprintf(stderr, "bench_materials_dialog: the wx application could not start\n");
-        return 1;
-    }
-    int result = 1;
-    try {
-        ca::CaApp host;
-        result = run(dir);
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "benchmark failed: %s\n", error.what());
-    }
-    wxTheApp->OnExit();
-    wxEntryCleanup();
-    std::error_code ignored;
-    fs::remove_all(dir, ignored);
-    return result;
-}
+int main(int argc, char** argv) { return vl_bench::benchMain(argc, argv, "bench_materials_dialog", run); }

@@ -138,4 +138,20 @@ TEST(CmpThickness, TotalMinimumAndVariableWords) {
     EXPECT_EQ(vl_app::CmpThickness(fill, OdDb::kUnitsMillimeters).format(), _("variable"));
 }
 
+TEST(PlyThickness, TypedInTheLibrarysUnitOrRefused) {
+    double value = 7.0;
+    EXPECT_TRUE(vl_app::parsePlyThickness(value, "12.5", OdDb::kUnitsMillimeters));
+    EXPECT_DOUBLE_EQ(value, 12.5);
+    EXPECT_TRUE(vl_app::parsePlyThickness(value, "1'-2 1/2\"", OdDb::kUnitsInches));
+    EXPECT_DOUBLE_EQ(value, 14.5);
+    EXPECT_TRUE(vl_app::parsePlyThickness(value, "3.75", OdDb::kUnitsInches));
+    EXPECT_DOUBLE_EQ(value, 3.75);
+    EXPECT_TRUE(vl_app::parsePlyThickness(value, "0", OdDb::kUnitsMillimeters)) << "a ply may be drawn without thickness";
+    value = 7.0;
+    for (const char* refused : {"", "abc", "-1", "12,5mm!", "1e6"})
+        EXPECT_FALSE(vl_app::parsePlyThickness(value, refused, OdDb::kUnitsMillimeters)) << refused;
+    EXPECT_FALSE(vl_app::parsePlyThickness(value, "5000", OdDb::kUnitsInches)) << "127 m is no ply";
+    EXPECT_DOUBLE_EQ(value, 7.0) << "a refused text leaves the value";
+}
+
 }  // namespace

@@ -1,5 +1,6 @@
 // The ply grid driven as a user drives it: typing thicknesses, clicking the variable mark,
 // dragging row labels, adding plies through the materials picker; the library is checked after.
+#include <wx/msgdlg.h>
 #include <wx/testing.h>
 
 #include "app/materials/DlgMaterials.h"
@@ -11,6 +12,20 @@ namespace {
 
 using vantlib::Composition;
 using vl_app::PlyGrid;
+
+class CaptureMessage : public wxExpectModal<wxMessageDialog> {
+public:
+    explicit CaptureMessage(wxString& text) : wxExpectModal<wxMessageDialog>(wxID_OK), m_text(text) {}
+
+protected:
+    int OnInvoked(wxMessageDialog* dialog) const override {
+        m_text = dialog->GetMessage();
+        return wxID_OK;
+    }
+
+private:
+    wxString& m_text;
+};
 
 class PlyGridTest : public CompositionsFixture {
 protected:
@@ -141,6 +156,27 @@ TEST_F(PlyGridTest, DoubleClickReplacesTheMaterialAndFunctionIsChosen) {
     grid()->DisableCellEditControl();
     settle();
     EXPECT_EQ(stored(project, L"Wall")->ply(2).function(), vantlib::kFunctionInsulation);
+}
+
+TEST_F(PlyGridTest, AMaterialRemovedByAnotherProcessIsReportedAndNothingStoredIsLost) {
+    // Another program changes the wall's first ply to concrete and removes the render.
+    {
+        const auto other = vantlib::Library::open(vl_test::od(path("house.vldwg")));
+        auto wall = other->get<vantlib::Composition>(vantlib::NameKey(L"Wall"));
+        auto concrete = other->get<vantlib::Material>(vantlib::NameKey(L"Concrete"));
+        wall->set_ply(0, vantlib::Ply(concrete, 10, vantlib::kFunctionStructure));
+        other->save(wall);
+        ASSERT_EQ(other->remove(other->get<vantlib::Material>(vantlib::NameKey(L"Render"))),
+                  vantlib::Library::kRemoved);
+    }
+    // The dialog still shows the render; an edit of the wall must not bring it back half-way.
+    wxString message;
+    wxTEST_DIALOG(typeInCell(1, PlyGrid::kColThickness, "150"), CaptureMessage(message));
+    EXPECT_FALSE(message.empty());
+    const auto wall = stored(project, L"Wall");
+    ASSERT_EQ(wall->numPlies(), 3u);
+    EXPECT_EQ(wall->ply(0).material()->name(), OdString(L"Concrete")) << "the other program's change stays";
+    EXPECT_EQ(grid()->GetCellValue(0, PlyGrid::kColName), "Concrete") << "the grid shows what is stored";
 }
 
 }  // namespace

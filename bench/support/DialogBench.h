@@ -1,0 +1,53 @@
+#pragma once
+// What the dialog benchmarks share: a drawing with a central and a project library filled by
+// the benchmark, the wait until a dialog's two lists have painted, and a main() frame that
+// starts the wx application (under xvfb-run when there is no display) and the host.
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <memory>
+
+#include <OdDbDatabase.h>
+#include <OdString.h>
+
+#include <vantlib/Library.h>
+
+#include <vl_db/DbPreferencesProvider.h>
+#include <vl_db/DocumentLibraries.h>
+
+class wxDialog;
+
+namespace vl_app {
+class TwoListBrowser;
+}
+
+namespace vl_bench {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+double msSince(Clock::time_point start);
+OdString od(const fs::path& path);
+
+using LibraryFill = std::function<void(const std::shared_ptr<vantlib::Library>& library)>;
+
+// A drawing in `folder` with an embedded project library and a central library file, the host's
+// active drawing while it lives.
+struct Drawing {
+    Drawing(const fs::path& folder, const LibraryFill& fillCentral, const LibraryFill& fillProject);
+    ~Drawing();
+
+    vl_db::MemoryPreferencesProvider preferences;
+    std::unique_ptr<OdDbDatabase> db;
+    vl_db::DocumentLibraries* libs = nullptr;
+    fs::path drawingFile, centralFile;
+};
+
+// Shows `dialog` and waits until both of its lists have painted and, when `rows`, drawn at least
+// one thumbnail; the browser exists once the dialog is shown. Throws when that never happens.
+void showAndPaint(wxDialog& dialog, const std::function<vl_app::TwoListBrowser*()>& browser, bool rows);
+
+// The main() of a dialog benchmark: runs `run` in a folder of its own, with a display.
+int benchMain(int argc, char** argv, const char* name, const std::function<int(const fs::path&)>& run);
+
+}  // namespace vl_bench
