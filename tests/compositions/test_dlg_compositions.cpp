@@ -8,6 +8,7 @@
 #include <wx/testing.h>
 
 #include "app/common/Helpers.h"
+#include "app/common/Tags.h"
 #include "app/materials/DlgMaterials.h"
 #include "CompositionsFixture.h"
 
@@ -103,7 +104,6 @@ TEST_F(CompositionsDialog, NameValidationBlocksTheListsUntilFixed) {
     EXPECT_EQ(dialog->status(), vl_app::DlgCompositions::kValid);
     EXPECT_TRUE(control("PANEL_LEFT")->IsEnabled());
     EXPECT_TRUE(stored(project, L"Wall B"));
-    EXPECT_EQ(list(vl_db::kDbProject)->FindItem(-1, "Wall B"), list(vl_db::kDbProject)->FindItem(-1, "Wall B"));
     EXPECT_NE(row(vl_db::kDbProject, "Wall B"), -1) << "the row shows the new name";
 }
 
@@ -200,6 +200,45 @@ TEST_F(CompositionsDialog, ACentralLibraryThatStopsTakingWritesDisablesEveryPlyC
     clickCell(0, vl_app::PlyGrid::kColVariable);
     EXPECT_TRUE(grid()->GetCellValue(0, vl_app::PlyGrid::kColVariable).empty());
     EXPECT_FALSE(std::filesystem::exists(path("central.vlib"))) << "nothing is written where the file was";
+}
+
+TEST_F(CompositionsDialog, DeleteKeepsCompositionsThatElementsUse) {
+    OdDbEntityPtr element = OdDbEntity::createObject();
+    element->addLibraryReference({vantlib::kComposition, int32_t(vl_db::kDbProject), L"Floor", stored(project, L"Floor")->id()});
+    db->addEntity(element);
+    open();
+    click(vl_db::kDbProject, "Floor");
+    wxString message;
+    wxTEST_DIALOG(command("TOOL_DEL"), CaptureMessage(message));
+    EXPECT_EQ(message, "Couldn't remove composition 'Floor'.\nIt is referenced in one or more entities.");
+    EXPECT_TRUE(stored(project, L"Floor"));
+
+    for (const char* name : {"Floor", "Wall A"})
+        list(vl_db::kDbProject)->SetItemState(row(vl_db::kDbProject, name), wxLIST_STATE_SELECTED, wxLIST_STATE_SELECTED);
+    settle();
+    wxTEST_DIALOG(command("TOOL_DEL"), CaptureMessage(message));
+    EXPECT_EQ(message, "Couldn't remove composition 'Floor'.\nIt is referenced in one or more entities.");
+    EXPECT_FALSE(stored(project, L"Wall A")) << "the unused one goes";
+    EXPECT_EQ(list(vl_db::kDbProject)->GetItemCount(), 1);
+    EXPECT_TRUE(project->get<vantlib::Material>(vantlib::NameKey(L"EPS"))) << "its materials stay";
+}
+
+TEST_F(CompositionsDialog, TagFilterIsSharedWithTheMaterialsDialog) {
+    auto deck = stored(central, L"Deck");
+    deck->add_tag(L"timber");
+    deck->save();
+    OdArray<OdString> tags;
+    tags.push_back(OdString(L"timber"));
+    libs->vantlibManager(OdDb::kForWrite, true)->setFilterTags(tags);
+    vl_app::tagFilter(false);
+    open();
+    command("TOOL_FILTER");
+    EXPECT_TRUE(vl_app::tagFilter()) << "the module-wide flag";
+    EXPECT_EQ(list(vl_db::kDbProject)->GetItemCount(), 0);
+    EXPECT_EQ(list(vl_db::kDbCentral)->GetItemCount(), 1);
+    command("TOOL_FILTER");
+    EXPECT_EQ(list(vl_db::kDbProject)->GetItemCount(), 2);
+    vl_app::tagFilter(false);
 }
 
 }  // namespace
