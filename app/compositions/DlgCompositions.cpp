@@ -300,10 +300,17 @@ void DlgCompositions::onEditText(wxCommandEvent& event) {
         return;
     const wxString name = event.GetString();
     const auto library = lib();
+    bool taken = false;
+    try {
+        taken = !name.empty() && name != m_selName && library &&
+                library->get<vantlib::Composition>(vantlib::NameKey(toOd(name)));
+    } catch (const std::exception& error) {
+        reportError(error);
+        return;
+    }
     if (name.empty()) {
         m_status = kNameEmpty;
-    } else if (name != m_selName && library &&
-               library->get<vantlib::Composition>(vantlib::NameKey(toOd(name)))) {
+    } else if (taken) {
         m_status = kNameTaken;
     } else {
         m_status = kValid;
@@ -324,7 +331,13 @@ void DlgCompositions::onCmpType(wxCommandEvent& event) {
             composition.set_type(QcSmartPtr<vantlib::CompositionType>());
         });
     } else if (library) {
-        const auto type = library->get<vantlib::CompositionType>(vantlib::NameKey(toOd(entry)));
+        QcSmartPtr<vantlib::CompositionType> type;
+        try {
+            type = library->get<vantlib::CompositionType>(vantlib::NameKey(toOd(entry)));
+        } catch (const std::exception& error) {
+            reportError(error);
+            return;
+        }
         if (!type) {
             showMessage(this, wxString::Format(_("The composition type \"%s\" does not exist."), entry),
                         wxICON_WARNING);

@@ -200,13 +200,8 @@ void DlgCompositions::onDelCustomPropValue(wxCommandEvent&) {
 void DlgCompositions::onAddPly(wxCommandEvent&) {
     if (!m_composition || !m_plies || !vl_db::writable(m_libs, m_dbType))
         return;
-    try {
-        const QcSmartPtr<vantlib::Material> material = pickMaterial(QcSmartPtr<vantlib::Material>());
-        if (material)
-            m_plies->addPly(material);
-    } catch (const std::exception& error) {
-        reportError(error);
-    }
+    if (const QcSmartPtr<vantlib::Material> material = pickMaterial(QcSmartPtr<vantlib::Material>()))
+        m_plies->addPly(material);
 }
 
 void DlgCompositions::onRemovePly(wxCommandEvent&) {
@@ -224,14 +219,19 @@ QcSmartPtr<vantlib::Material> DlgCompositions::pickMaterial(const QcSmartPtr<van
     if (!vl_db::writable(library))
         return QcSmartPtr<vantlib::Material>();
     saveComposition();
-    DlgMaterials dialog(this, m_libs, vl_db::kModePicker, m_dbType, current ? current->id() : 0);
-    if (dialog.ShowModal() != wxID_OK || !dialog.material())
+    try {
+        DlgMaterials dialog(this, m_libs, vl_db::kModePicker, m_dbType, current ? current->id() : 0);
+        if (dialog.ShowModal() != wxID_OK || !dialog.material())
+            return QcSmartPtr<vantlib::Material>();
+        if (dialog.dbType() == m_dbType)
+            return dialog.material();
+        // A ply refers to a material of its own library: one from the other library is copied
+        // first (a clash of names goes to the library reactor's question).
+        return library->save(dialog.material());
+    } catch (const std::exception& error) {
+        reportError(error);
         return QcSmartPtr<vantlib::Material>();
-    if (dialog.dbType() == m_dbType)
-        return dialog.material();
-    // A ply refers to a material of its own library: one from the other library is copied
-    // first (a clash of names goes to the library reactor's question).
-    return library->save(dialog.material());
+    }
 }
 
 void DlgCompositions::pliesChanged() {
