@@ -71,9 +71,13 @@ private:
 };
 
 TEST_F(PlyGridTest, TypedThicknessIsSavedAndBadInputIsRefusedInTheCell) {
+    const auto& model = dialog->browser()->model(vl_db::kDbProject);
+    const std::string before = model.row(model.find(stored(project, L"Wall")->id())).depiction;
     typeInCell(1, PlyGrid::kColThickness, "12.5");
     EXPECT_DOUBLE_EQ(stored(project, L"Wall")->ply(1).thickness(), 12.5);
     EXPECT_EQ(grid()->GetCellValue(1, PlyGrid::kColThickness), "12.5");
+    EXPECT_NE(model.row(model.find(stored(project, L"Wall")->id())).depiction, before)
+        << "the list row's thumbnail follows the edit";
     const wxString thicknessRow = dialog->propertyGrid()->GetPropertyByName("thickness")->GetValueAsString();
     EXPECT_TRUE(thicknessRow.StartsWith("222.5")) << thicknessRow;
 
