@@ -26,7 +26,7 @@
 
 namespace vl_compositions_test {
 
-struct PlySpec {
+struct PlyEntry {
     const wchar_t* material;
     double thickness;
 };
@@ -54,9 +54,9 @@ protected:
 
     QcSmartPtr<vantlib::Composition> composition(const std::shared_ptr<vantlib::Library>& library,
                                                  const wchar_t* name, vantlib::Composition::Type type,
-                                                 std::initializer_list<PlySpec> plies) {
+                                                 std::initializer_list<PlyEntry> plies) {
         auto composition = vantlib::Composition::create(name, type);
-        for (const PlySpec& ply : plies) {
+        for (const PlyEntry& ply : plies) {
             auto used = library->get<vantlib::Material>(vantlib::NameKey(ply.material));
             composition->append_ply(vantlib::Ply(used, ply.thickness, vantlib::kFunctionStructure));
         }
