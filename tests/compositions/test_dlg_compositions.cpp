@@ -241,6 +241,35 @@ TEST_F(CompositionsDialog, TagFilterIsSharedWithTheMaterialsDialog) {
     vl_app::tagFilter(false);
 }
 
+TEST_F(CompositionsDialog, APreselectedCompositionStartsTheFilterAtItsTypeAndIsPicked) {
+    class PickPreselected : public wxExpectModalBase<vl_app::DlgCompositions, PickPreselected> {
+    protected:
+        int OnInvoked(vl_app::DlgCompositions* dlg) const override {
+            dlg->InitDialog();
+            auto* filter = dynamic_cast<wxChoice*>(dlg->FindWindow(XRCID("FILTER_TYPE")));
+            EXPECT_EQ(filter->GetStringSelection(), vl_app::compositionBaseType(Composition::kSlab));
+            EXPECT_EQ(dlg->list(vl_db::kDbProject)->GetItemCount(), 1) << "only the slab of the project";
+            EXPECT_EQ(dlg->list(vl_db::kDbProject)->GetSelectedItemCount(), 1);
+            return dlg->composition() ? wxID_OK : wxID_CANCEL;
+        }
+    };
+    wxString name = "Floor";
+    bool picked = false;
+    wxTEST_DIALOG(picked = vl_app::DlgCompositions::selectComposition(name, libs, wxString()), PickPreselected());
+    EXPECT_TRUE(picked);
+    EXPECT_EQ(name, "Floor");
+}
+
+TEST_F(CompositionsDialog, NameEditingModeFocusesTheSelectedName) {
+    open(vl_db::kModeManagerEditName, vl_db::kDbProject, stored(project, L"Wall A")->id());
+    settle();
+    auto* name = dynamic_cast<wxTextCtrl*>(control("TEXT_NAME"));
+    EXPECT_EQ(name->GetValue(), "Wall A");
+    long from = 0, to = 0;
+    name->GetSelection(&from, &to);
+    EXPECT_EQ(to - from, 6) << "the whole name is selected, ready to be typed over";
+}
+
 }  // namespace
 
 }  // namespace vl_compositions_test
