@@ -17,6 +17,10 @@ void printUsage(std::ostream& out) {
            "                                      exit 1 when broken\n"
            "  copy SRC DST KIND NAME... [--on-clash skip|overwrite|rename]\n"
            "                                      copy named objects (and what they use) between libraries\n"
+           "  export FILE DOCUMENT.json [KIND...] write the library (or the objects of some kinds and what\n"
+           "                                      they use) as a JSON exchange document\n"
+           "  import FILE DOCUMENT.json [--on-clash skip|overwrite|rename]\n"
+           "                                      read a JSON exchange document into the library, all or nothing\n"
            "  recover FILE                        finish the recovery of a library whose writer stopped midway\n"
            "  demo DIR                            write the demo drawing and its central library into DIR\n"
            "  help                                this text\n"
@@ -31,7 +35,7 @@ int dispatch(const Words& words, std::ostream& out) {
     static const std::map<std::string, Command> commands{
         {"create", createCommand}, {"info", infoCommand}, {"list", listCommand},
         {"check", checkCommand},   {"copy", copyCommand}, {"demo", demoCommand},
-        {"recover", recoverCommand},
+        {"recover", recoverCommand}, {"export", exportCommand}, {"import", importCommand},
     };
     if (words.empty())
         throw UsageError("no command given");

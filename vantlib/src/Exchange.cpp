@@ -1,0 +1,885 @@
+// The JSON exchange document of a library: writing it from the library's objects and reading
+// it back through the library's own write path, checked completely before anything is written.
+#include <vantlib/Exchange.h>
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <unordered_map>
+#include <unordered_set>
+
+#include <nlohmann/json.hpp>
+
+#include <vantlib/Composition.h>
+#include <vantlib/Library.h>
+#include <vantlib/Material.h>
+#include <vantlib/Transaction.h>
+
+#include "ExchangeNames.h"
+#include "Kinds.h"
+#include "LibraryStore.h"
+#include "Text.h"
+
+namespace vantlib {
+
+using Json = nlohmann::json;
+using OrderedJson = nlohmann::ordered_json;
+
+namespace {
+
+const char* const kFormatName = "vantlib-library";
+
+std::string utf8(const OdString& text) { return textToUtf8(text); }
+
+// ---------------------------------------------------------------- writing
+
+// The objects of one kind in the document's order: by name, letter case folded as the library
+// compares names (names of a kind differ after folding, so the order is total).
+template <class T>
+std::vector<QcSmartPtr<T>> sortedByName(std::vector<QcSmartPtr<T>> objects) {
+    std::vector<std::pair<std::wstring, QcSmartPtr<T>>> keyed;
+    keyed.reserve(objects.size());
+    for (auto& object : objects)
+        keyed.emplace_back(foldCase(object->name()), object);
+    std::sort(keyed.begin(), keyed.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    objects.clear();
+    for (auto& entry : keyed)
+        objects.push_back(entry.second);
+    return objects;
+}
+
+OrderedJson patternJson(const Pattern& pattern) {
+    OrderedJson out;
+    out["type"] = patternTypeName(pattern.type());
+    out["name"] = utf8(pattern.name());
+    out["scale"] = pattern.scale();
+    out["space"] = pattern.space();
+    out["angle"] = pattern.angle();
+    out["cross"] = pattern.cross();
+    out["annotative"] = pattern.annotative();
+    if (pattern.has_background_color())
+        out["background"] = pattern.background_color();
+    return out;
+}
+
+OrderedJson physicalValueJson(const PhysicalValue& value) {
+    OrderedJson out;
+    out["value"] = value.value;
+    out["unit"] = utf8(value.unit);
+    return out;
+}
+
+void addAnnotations(OrderedJson& out, const AnnotatedObject& object) {
+    OrderedJson tags = OrderedJson::array();
+    for (const auto& tag : object.tags())
+        tags.push_back(utf8(tag->name()));
+    out["tags"] = tags;
+    // By property name, so the order does not depend on the ids of either library.
+    std::map<std::wstring, const CustomValue*> values;
+    for (const CustomValue& value : object.custom_values())
+        values.emplace(foldCase(value.property->name()), &value);
+    OrderedJson custom = OrderedJson::object();
+    for (const auto& entry : values)
+        custom[utf8(entry.second->property->name())] = utf8(entry.second->value);
+    out["customValues"] = custom;
+}
+
+OrderedJson materialJson(const Material& material) {
+    OrderedJson out;
+    out["name"] = utf8(material.name());
+    out["description"] = utf8(material.description());
+    out["comments"] = utf8(material.comments());
+    if (material.material_type() && !material.material_type()->name().isEmpty())
+        out["class"] = utf8(material.material_type()->name());
+    out["appearance"] = utf8(material.appearance());
+    out["sectionPattern"] = patternJson(material.section_pattern());
+    out["elevationPattern"] = patternJson(material.elevation_pattern());
+    if (const BimAsset* bim = material.bim_asset()) {
+        OrderedJson b;
+        if (bim->layer() && !bim->layer()->name().isEmpty())
+            b["sectionLayer"] = utf8(bim->layer()->name());
+        if (bim->layer_elevation() && !bim->layer_elevation()->name().isEmpty())
+            b["elevationLayer"] = utf8(bim->layer_elevation()->name());
+        b["defaultFunction"] = functionName(bim->default_function());
+        b["thicknesses"] = OrderedJson(std::vector<double>(bim->thicknesses().begin(), bim->thicknesses().end()));
+        b["variableThickness"] = bim->variable_thickness();
+        b["unionElevation"] = bim->union_elevation();
+        b["unionSection"] = bim->union_section();
+        out["bim"] = b;
+    }
+    if (const InformationAsset* info = material.information_asset()) {
+        OrderedJson i;
+        i["classification"] = utf8(info->classification());
+        if (info->has_unique_code())
+            i["uniqueCode"] = utf8(info->unique_code());
+        i["cost"] = utf8(info->cost());
+        i["keynote"] = utf8(info->keynote());
+        i["label"] = utf8(info->label());
+        i["manufacturer"] = utf8(info->manufacturer());
+        i["mark"] = utf8(info->mark());
+        i["model"] = utf8(info->model());
+        i["url"] = utf8(info->url());
+        out["information"] = i;
+    }
+    if (const PhysicalAsset* physical = material.physical_asset()) {
+        OrderedJson p = OrderedJson::object();
+        if (physical->has_density())
+            p["density"] = physicalValueJson(physical->density());
+        if (physical->has_thermal_conductivity())
+            p["thermalConductivity"] = physicalValueJson(physical->thermal_conductivity());
+        if (physical->has_specific_heat())
+            p["specificHeat"] = physicalValueJson(physical->specific_heat());
+        out["physical"] = p;
+    }
+    addAnnotations(out, material);
+    return out;
+}
+
+OrderedJson compositionJson(const Composition& composition) {
+    OrderedJson out;
+    out["name"] = utf8(composition.name());
+    out["description"] = utf8(composition.description());
+    out["comments"] = utf8(composition.comments());
+    out["baseType"] = baseTypeNames(composition.type());
+    if (composition.composition_type() && !composition.composition_type()->name().isEmpty())
+        out["type"] = utf8(composition.composition_type()->name());
+    if (composition.layer() && !composition.layer()->name().isEmpty())
+        out["layer"] = utf8(composition.layer()->name());
+    OrderedJson plies = OrderedJson::array();
+    for (const Ply& ply : composition.plies()) {
+        OrderedJson p;
+        p["material"] = utf8(ply.material()->name());
+        p["thickness"] = ply.thickness();
+        p["function"] = functionName(ply.function());
+        plies.push_back(p);
+    }
+    out["plies"] = plies;
+    if (composition.has_variable_ply())
+        out["variablePly"] = composition.variable_ply();
+    out["variablePlyMinThickness"] = composition.variable_ply_min_thickness();
+    addAnnotations(out, composition);
+    return out;
+}
+
+template <class T>
+std::vector<QcSmartPtr<T>> allOf(const Library& library) {
+    std::vector<QcSmartPtr<T>> objects;
+    library.get(objects);
+    return objects;
+}
+
+// Keeps the objects whose folded names are in `names` (all when `all`).
+template <class T>
+std::vector<QcSmartPtr<T>> chosen(std::vector<QcSmartPtr<T>> objects, bool all, const std::set<std::wstring>& names) {
+    if (!all)
+        objects.erase(std::remove_if(objects.begin(), objects.end(),
+                                     [&](const QcSmartPtr<T>& o) { return names.count(foldCase(o->name())) == 0; }),
+                      objects.end());
+    return sortedByName(std::move(objects));
+}
+
+// The names of what `object` refers to, by target kind, added to `names`.
+void collectReferences(const Object& object, std::map<ObjectType, std::set<std::wstring>>& names) {
+    std::vector<const Object*> targets;
+    for (const KindReference& reference : describeKind(object.objectType()).references) {
+        targets.clear();
+        reference.collect(object, targets);
+        for (const Object* target : targets)
+            if (!target->name().isEmpty())
+                names[reference.target].insert(foldCase(target->name()));
+    }
+}
+
+OrderedJson namesJson(const std::vector<QcSmartPtr<Object>>& objects) {
+    OrderedJson out = OrderedJson::array();
+    for (const auto& object : objects)
+        out.push_back(utf8(object->name()));
+    return out;
+}
+
+template <class T>
+std::vector<QcSmartPtr<Object>> asObjects(const std::vector<QcSmartPtr<T>>& objects) {
+    return std::vector<QcSmartPtr<Object>>(objects.begin(), objects.end());
+}
+
+// ---------------------------------------------------------------- reading
+
+// One JSON object of the document being read: typed access to its fields, each field read
+// once, and an error for any field nobody asked for. `where` names the object in messages.
+class Fields {
+public:
+    Fields(const Json& value, std::string where) : m_value(value), m_where(std::move(where)) {
+        if (!m_value.is_object())
+            fail("is not a JSON object");
+    }
+
+    [[noreturn]] void fail(const std::string& what) const { throw ExchangeError(OdString::fromUtf8(m_where + " " + what)); }
+    [[noreturn]] void failField(const std::string& key, const std::string& what) const {
+        fail("has a field '" + key + "' that " + what);
+    }
+    const std::string& where() const { return m_where; }
+
+    const Json* find(const std::string& key) {
+        m_read.insert(key);
+        auto it = m_value.find(key);
+        return it == m_value.end() ? nullptr : &*it;
+    }
+    const Json& required(const std::string& key) {
+        if (const Json* v = find(key))
+            return *v;
+        fail("lacks the field '" + key + "'");
+    }
+
+    std::string text(const std::string& key, const std::string& fallback = std::string()) {
+        const Json* v = find(key);
+        if (!v)
+            return fallback;
+        if (!v->is_string())
+            failField(key, "is not a text");
+        return v->get<std::string>();
+    }
+    std::string requiredText(const std::string& key) {
+        required(key);
+        return text(key);
+    }
+    std::optional<std::string> optionalText(const std::string& key) {
+        if (!m_value.contains(key)) {
+            m_read.insert(key);
+            return std::nullopt;
+        }
+        return text(key);
+    }
+    double number(const std::string& key, double fallback) {
+        const Json* v = find(key);
+        if (!v)
+            return fallback;
+        if (!v->is_number())
+            failField(key, "is not a number");
+        return v->get<double>();
+    }
+    bool flag(const std::string& key, bool fallback) {
+        const Json* v = find(key);
+        if (!v)
+            return fallback;
+        if (!v->is_boolean())
+            failField(key, "is not true or false");
+        return v->get<bool>();
+    }
+    std::optional<int64_t> integer(const std::string& key, int64_t low, int64_t high) {
+        const Json* v = find(key);
+        if (!v)
+            return std::nullopt;
+        if (!v->is_number_integer() || v->get<int64_t>() < low || v->get<int64_t>() > high)
+            failField(key, "is not a whole number from " + std::to_string(low) + " to " + std::to_string(high));
+        return v->get<int64_t>();
+    }
+
+    // Every field was asked for.
+    void finish() const {
+        for (auto it = m_value.begin(); it != m_value.end(); ++it)
+            if (!m_read.count(it.key()))
+                fail("has an unknown field '" + it.key() + "'");
+    }
+
+private:
+    const Json& m_value;
+    std::string m_where;
+    std::set<std::string> m_read;
+};
+
+std::string quoted(const std::string& name) { return "'" + name + "'"; }
+
+// The objects of the document, built but not stored, with the names they refer to.
+struct Document {
+    OdDb::UnitsValue unit = OdDb::kUnitsUndefined;
+    std::optional<std::string> description;
+    std::vector<QcSmartPtr<Object>> named[4];  // tags, layers, classes, composition types
+    std::vector<QcSmartPtr<CustomProperty>> properties;
+    std::vector<QcSmartPtr<Material>> materials;
+    std::vector<QcSmartPtr<Composition>> compositions;
+    // Folded names per kind, to find duplicates and references inside the document.
+    std::map<ObjectType, std::set<std::wstring>> names;
+    size_t objectCount = 0;
+};
+
+const ObjectType kNamedKinds[4] = {kTag, kLayer, kMaterialType, kCompositionType};
+
+QcSmartPtr<Object> createNamed(ObjectType type, const OdString& name) {
+    QcSmartPtr<Object> object = describeKind(type).create();
+    object->set_name(name);
+    return object;
+}
+
+// Reads a list of the document; `each` gets the element and its place for messages.
+template <class Each>
+void readList(Fields& top, const std::string& key, Each&& each) {
+    const Json* list = top.find(key);
+    if (!list)
+        return;
+    if (!list->is_array())
+        throw ExchangeError(OdString::fromUtf8("'" + key + "' is not a list"));
+    for (size_t i = 0; i < list->size(); ++i)
+        each((*list)[i], key + "[" + std::to_string(i) + "]");
+}
+
+OdString objectName(Fields& fields) {
+    std::string name = fields.requiredText("name");
+    if (name.empty())
+        fields.fail("has an empty name");
+    return OdString::fromUtf8(name);
+}
+
+void addName(Document& doc, ObjectType type, const OdString& name, const std::string& where) {
+    if (!doc.names[type].insert(foldCase(name)).second)
+        throw ExchangeError(OdString::fromUtf8(where + ": the name " + quoted(utf8(name)) + " occurs twice in '" +
+                                               exchangeKindKey(type) + "'"));
+    ++doc.objectCount;
+}
+
+Pattern readPattern(Fields& parent, const std::string& key) {
+    Pattern pattern;
+    const Json* value = parent.find(key);
+    if (!value)
+        return pattern;
+    Fields fields(*value, parent.where() + "." + key);
+    const std::string type = fields.text("type", "none");
+    auto parsed = patternTypeFromName(type);
+    if (!parsed)
+        fields.failField("type", "names no pattern type: " + quoted(type));
+    pattern.set_type(*parsed);
+    pattern.set_name(OdString::fromUtf8(fields.text("name")));
+    pattern.set_scale(fields.number("scale", 1.0));
+    pattern.set_space(fields.number("space", 1.0));
+    pattern.set_angle(fields.number("angle", 0.0));
+    pattern.set_cross(fields.flag("cross", false));
+    pattern.set_annotative(fields.flag("annotative", false));
+    if (auto background = fields.integer("background", 0, 0xFFFFFFFFll))
+        pattern.set_background_color(uint32_t(*background));
+    fields.finish();
+    return pattern;
+}
+
+MaterialFunction readFunction(Fields& fields, const std::string& key) {
+    const std::string name = fields.text(key, "none");
+    auto function = functionFromName(name);
+    if (!function)
+        fields.failField(key, "names no material function: " + quoted(name));
+    return *function;
+}
+
+std::optional<PhysicalValue> readPhysicalValue(Fields& parent, const std::string& key, PhysicalQuantity quantity) {
+    const Json* value = parent.find(key);
+    if (!value)
+        return std::nullopt;
+    Fields fields(*value, parent.where() + "." + key);
+    const Json& number = fields.required("value");
+    if (!number.is_number())
+        fields.failField("value", "is not a number");
+    const std::string unit = fields.requiredText("unit");
+    if (!isPhysicalUnit(quantity, unit))
+        fields.failField("unit", "names no unit of " + std::string(quantityName(quantity)) + ": " + quoted(unit));
+    fields.finish();
+    return PhysicalValue{number.get<double>(), OdString::fromUtf8(unit)};
+}
+
+// Tags and custom values; custom properties are looked up in `scopes` (the scope each name
+// will have once imported).
+void readAnnotations(Fields& fields, AnnotatedObject& object,
+                     const std::function<QcSmartPtr<CustomProperty>(const std::string&, const std::string&)>& property) {
+    if (const Json* tags = fields.find("tags")) {
+        if (!tags->is_array())
+            fields.failField("tags", "is not a list");
+        for (const Json& tag : *tags) {
+            if (!tag.is_string() || tag.get<std::string>().empty())
+                fields.failField("tags", "holds something other than a name");
+            object.add_tag(OdString::fromUtf8(tag.get<std::string>()));
+        }
+    }
+    if (const Json* values = fields.find("customValues")) {
+        if (!values->is_object())
+            fields.failField("customValues", "is not a JSON object");
+        for (auto it = values->begin(); it != values->end(); ++it) {
+            if (!it->is_string())
+                fields.failField("customValues", "holds a value of " + quoted(it.key()) + " that is not a text");
+            QcSmartPtr<CustomProperty> p = property(it.key(), fields.where());
+            if (!p->appliesTo(object.objectType()))
+                fields.fail("has a value of the custom property " + quoted(it.key()) + ", which does not apply to its kind");
+            object.set_custom_value(p, OdString::fromUtf8(it->get<std::string>()));
+        }
+    }
+}
+
+// Reads and checks the whole document; nothing is written yet.
+class DocumentReader {
+public:
+    DocumentReader(const Library& library, const Json& root) : m_library(library), m_root(root) {}
+
+    Document read() {
+        Fields top(m_root, "The document");
+        const Json* format = top.find("format");
+        if (!format || !format->is_string() || format->get<std::string>() != kFormatName)
+            throw ExchangeError(OdString::fromUtf8(std::string("The document is not a library exchange document (its "
+                                                               "'format' is not '") + kFormatName + "')"));
+        const Json& version = top.required("version");
+        if (!version.is_number_integer() || version.get<int64_t>() < 1)
+            top.failField("version", "is not a format version");
+        if (version.get<int64_t>() > kExchangeFormatVersion)
+            throw ExchangeError(OdString::formatted(L"The document has format version %lld; this version reads up to %d",
+                                                    (long long)version.get<int64_t>(), kExchangeFormatVersion));
+        const std::string unit = top.requiredText("unit");
+        auto parsedUnit = unitFromName(unit);
+        if (!parsedUnit)
+            top.failField("unit", "names no length unit: " + quoted(unit));
+        m_doc.unit = *parsedUnit;
+        m_doc.description = top.optionalText("description");
+
+        for (int k = 0; k < 4; ++k)
+            readList(top, exchangeKindKey(kNamedKinds[k]), [&](const Json& value, const std::string& where) {
+                if (!value.is_string() || value.get<std::string>().empty())
+                    throw ExchangeError(OdString::fromUtf8(where + " is not a name"));
+                const OdString name = OdString::fromUtf8(value.get<std::string>());
+                addName(m_doc, kNamedKinds[k], name, where);
+                m_doc.named[k].push_back(createNamed(kNamedKinds[k], name));
+            });
+        readList(top, exchangeKindKey(kCustomProperty), [&](const Json& value, const std::string& where) {
+            Fields fields(value, where);
+            const OdString name = objectName(fields);
+            const std::string scope = fields.text("appliesTo", "any");
+            auto type = scopeFromName(scope);
+            if (!type)
+                fields.failField("appliesTo", "names no kind of object: " + quoted(scope));
+            fields.finish();
+            addName(m_doc, kCustomProperty, name, where);
+            m_doc.properties.push_back(CustomProperty::create(name, *type));
+        });
+        // Names first: materials may be listed after the compositions that use them.
+        prepareNames(kMaterial);
+        prepareNames(kComposition);
+        readList(top, "materials", [&](const Json& value, const std::string& where) { readMaterial(value, where); });
+        readList(top, "compositions", [&](const Json& value, const std::string& where) { readComposition(value, where); });
+        top.finish();
+        return std::move(m_doc);
+    }
+
+private:
+    void prepareNames(ObjectType type) {
+        const std::string key = exchangeKindKey(type);
+        auto list = m_root.find(key);
+        if (list == m_root.end() || !list->is_array())
+            return;
+        for (size_t i = 0; i < list->size(); ++i) {
+            const std::string where = key + "[" + std::to_string(i) + "]";
+            Fields fields((*list)[i], where);
+            addName(m_doc, type, objectName(fields), where);
+        }
+    }
+
+    // A reference by name to an object of `type` that the document or the library must hold.
+    void requireTarget(ObjectType type, const std::string& name, const std::string& where) {
+        if (name.empty())
+            throw ExchangeError(OdString::fromUtf8(where + " refers to an object without a name"));
+        const OdString odName = OdString::fromUtf8(name);
+        if (m_doc.names[type].count(foldCase(odName)) || m_library.isNameUsed(type, odName))
+            return;
+        throw ExchangeError(OdString::fromUtf8(where + " refers to " + quoted(name) + " in '" + exchangeKindKey(type) +
+                                               "', which is neither in the document nor in the library"));
+    }
+
+    template <class T>
+    QcSmartPtr<T> namedTarget(Fields& fields, const std::string& key) {
+        auto name = fields.optionalText(key);
+        if (!name)
+            return QcSmartPtr<T>();
+        requireTarget(T::kType, *name, fields.where() + "." + key);
+        return T::create(OdString::fromUtf8(*name));
+    }
+
+    // The custom property of that name as it will be once imported: the library's when it has
+    // one (shared by name), else the document's.
+    QcSmartPtr<CustomProperty> property(const std::string& name, const std::string& where) {
+        const OdString odName = OdString::fromUtf8(name);
+        if (auto existing = m_library.get<CustomProperty>(NameKey(odName)))
+            return existing;
+        for (const auto& p : m_doc.properties)
+            if (sameName(p->name(), odName))
+                return p;
+        requireTarget(kCustomProperty, name, where + ".customValues");
+        return QcSmartPtr<CustomProperty>();
+    }
+
+    void readTags(Fields& fields, AnnotatedObject& object) {
+        readAnnotations(fields, object, [&](const std::string& n, const std::string& w) { return property(n, w); });
+        for (const auto& tag : object.tags())
+            requireTarget(kTag, utf8(tag->name()), fields.where() + ".tags");
+    }
+
+    void readMaterial(const Json& value, const std::string& where) {
+        Fields fields(value, where);
+        auto material = Material::create(objectName(fields));
+        Fields named(value, where + " " + quoted(utf8(material->name())));
+        named.find("name");
+        material->set_description(OdString::fromUtf8(named.text("description")));
+        material->set_comments(OdString::fromUtf8(named.text("comments")));
+        material->set_type(namedTarget<MaterialType>(named, "class"));
+        material->set_appearance(OdString::fromUtf8(named.text("appearance")));
+        material->set_pattern(kSectionView, readPattern(named, "sectionPattern"));
+        material->set_pattern(kElevationView, readPattern(named, "elevationPattern"));
+        if (const Json* value = named.find("bim")) {
+            Fields b(*value, named.where() + ".bim");
+            BimAsset* bim = material->bim_asset(true);
+            bim->set_layer(namedTarget<Layer>(b, "sectionLayer"));
+            bim->set_layer_elevation(namedTarget<Layer>(b, "elevationLayer"));
+            bim->set_default_function(readFunction(b, "defaultFunction"));
+            std::set<double> thicknesses;
+            if (const Json* list = b.find("thicknesses")) {
+                if (!list->is_array())
+                    b.failField("thicknesses", "is not a list");
+                for (const Json& t : *list) {
+                    if (!t.is_number())
+                        b.failField("thicknesses", "holds something other than a number");
+                    thicknesses.insert(t.get<double>());
+                }
+            }
+            bim->set_thicknesses(thicknesses);
+            bim->set_variable_thickness(b.flag("variableThickness", false));
+            bim->set_union_elevation(b.flag("unionElevation", false));
+            bim->set_union_section(b.flag("unionSection", false));
+            b.finish();
+        }
+        if (const Json* value = named.find("information")) {
+            Fields i(*value, named.where() + ".information");
+            InformationAsset* info = material->information_asset(true);
+            info->set_classification(OdString::fromUtf8(i.text("classification")));
+            if (auto code = i.optionalText("uniqueCode"))
+                info->set_unique_code(OdString::fromUtf8(*code));
+            info->set_cost(OdString::fromUtf8(i.text("cost")));
+            info->set_keynote(OdString::fromUtf8(i.text("keynote")));
+            info->set_label(OdString::fromUtf8(i.text("label")));
+            info->set_manufacturer(OdString::fromUtf8(i.text("manufacturer")));
+            info->set_mark(OdString::fromUtf8(i.text("mark")));
+            info->set_model(OdString::fromUtf8(i.text("model")));
+            info->set_url(OdString::fromUtf8(i.text("url")));
+            i.finish();
+        }
+        if (const Json* value = named.find("physical")) {
+            Fields p(*value, named.where() + ".physical");
+            PhysicalAsset* physical = material->physical_asset(true);
+            if (auto v = readPhysicalValue(p, "density", PhysicalQuantity::kDensity))
+                physical->set_density(v->value, v->unit);
+            if (auto v = readPhysicalValue(p, "thermalConductivity", PhysicalQuantity::kThermalConductivity))
+                physical->set_thermal_conductivity(v->value, v->unit);
+            if (auto v = readPhysicalValue(p, "specificHeat", PhysicalQuantity::kSpecificHeat))
+                physical->set_specific_heat(v->value, v->unit);
+            p.finish();
+        }
+        readTags(named, *material);
+        named.finish();
+        m_doc.materials.push_back(material);
+    }
+
+    void readComposition(const Json& value, const std::string& where) {
+        Fields fields(value, where);
+        auto composition = Composition::create(objectName(fields));
+        Fields named(value, where + " " + quoted(utf8(composition->name())));
+        named.find("name");
+        composition->set_description(OdString::fromUtf8(named.text("description")));
+        composition->set_comments(OdString::fromUtf8(named.text("comments")));
+        uint32_t baseType = Composition::kWall;
+        if (const Json* types = named.find("baseType")) {
+            if (!types->is_array() || types->empty())
+                named.failField("baseType", "is not a list of element kinds");
+            baseType = 0;
+            for (const Json& type : *types) {
+                auto bit = type.is_string() ? baseTypeFromName(type.get<std::string>()) : std::nullopt;
+                if (!bit)
+                    named.failField("baseType", "holds " + type.dump() + ", which is no kind of element");
+                baseType |= *bit;
+            }
+        }
+        composition->set_base_type(Composition::Type(baseType));
+        composition->set_type(namedTarget<CompositionType>(named, "type"));
+        composition->set_layer(namedTarget<Layer>(named, "layer"));
+        if (const Json* plies = named.find("plies")) {
+            if (!plies->is_array())
+                named.failField("plies", "is not a list");
+            for (size_t i = 0; i < plies->size(); ++i) {
+                Fields p((*plies)[i], named.where() + ".plies[" + std::to_string(i) + "]");
+                const std::string material = p.requiredText("material");
+                requireTarget(kMaterial, material, p.where() + ".material");
+                const Json& thickness = p.required("thickness");
+                if (!thickness.is_number())
+                    p.failField("thickness", "is not a number");
+                composition->append_ply(Ply(Material::create(OdString::fromUtf8(material)), thickness.get<double>(),
+                                            readFunction(p, "function")));
+                p.finish();
+            }
+        }
+        if (auto variable = named.integer("variablePly", 0, int64_t(composition->numPlies()) - 1))
+            composition->set_variable_ply(int(*variable));
+        composition->set_variable_ply_min_thickness(named.number("variablePlyMinThickness", 0.0));
+        readTags(named, *composition);
+        named.finish();
+        m_doc.compositions.push_back(composition);
+    }
+
+    const Library& m_library;
+    const Json& m_root;
+    Document m_doc;
+};
+
+Json parseDocument(const std::string& text) {
+    if (text.find_first_not_of(" \t\r\n") == std::string::npos)
+        throw ExchangeError(OdString(L"The document is empty"));
+    try {
+        return Json::parse(text);
+    } catch (const Json::parse_error& e) {
+        // The message of the parser already says where ("at line 3, column 7"); its prefix
+        // names the exception class, which means nothing to a user.
+        std::string message = e.what();
+        const size_t end = message.find("] ");
+        if (message.rfind("[json.exception", 0) == 0 && end != std::string::npos)
+            message.erase(0, end + 2);
+        throw ExchangeError(OdString::fromUtf8("The document is not valid JSON: " + message));
+    }
+}
+
+void scaleLengths(Document& doc, double factor) {
+    for (auto& material : doc.materials)
+        if (BimAsset* bim = material->bim_asset()) {
+            std::set<double> scaled;
+            for (double t : bim->thicknesses())
+                scaled.insert(t * factor);
+            bim->set_thicknesses(scaled);
+        }
+    for (auto& composition : doc.compositions) {
+        for (unsigned i = 0; i < composition->numPlies(); ++i) {
+            Ply ply = composition->ply(i);
+            ply.set_thickness(ply.thickness() * factor);
+            composition->set_ply(i, ply);
+        }
+        composition->set_variable_ply_min_thickness(composition->variable_ply_min_thickness() * factor);
+    }
+}
+
+// Writes the checked document into the library; runs inside the import's transaction.
+class DocumentWriter {
+public:
+    DocumentWriter(LibraryStore& store, Document& doc, ClashAnswer onClash, const ExchangeProgress& progress,
+                   ImportReport& report)
+        : m_store(store), m_doc(doc), m_onClash(onClash), m_progress(progress), m_report(report) {}
+
+    void write() {
+        for (int k = 0; k < 4; ++k)
+            for (const auto& object : m_doc.named[k])
+                writeShared(*object);
+        for (const auto& property : m_doc.properties)
+            writeShared(*property);
+        for (const auto& material : m_doc.materials)
+            writeOwn(*material);
+        for (const auto& composition : m_doc.compositions) {
+            // A ply names its material as the document does; the material may have been
+            // stored under another name.
+            for (unsigned i = 0; i < composition->numPlies(); ++i) {
+                Ply ply = composition->ply(i);
+                auto renamed = m_materialNames.find(foldCase(ply.material()->name()));
+                if (renamed != m_materialNames.end())
+                    ply.set_material(Material::create(renamed->second));
+                composition->set_ply(i, ply);
+            }
+            writeOwn(*composition);
+        }
+        if (m_progress)
+            m_progress(m_done, m_doc.objectCount);
+    }
+
+private:
+    ImportCounts& counts(ObjectType type) {
+        for (auto& entry : m_report.kinds)
+            if (entry.type == type)
+                return entry.counts;
+        throw ConsistencyError(OdString(L"Kind missing from the import report"));
+    }
+
+    void advance() {
+        ++m_done;
+        if (m_progress && m_done % 256 == 0)
+            m_progress(m_done, m_doc.objectCount);
+    }
+
+    // Objects shared by name: the library's object of that name stays.
+    void writeShared(const Object& object) {
+        if (m_store.findId(object.objectType(), object.name()) != 0) {
+            ++counts(object.objectType()).skipped;
+        } else {
+            m_store.writeObject(object, 0);
+            ++counts(object.objectType()).created;
+        }
+        advance();
+    }
+
+    OdString freeName(ObjectType type, const OdString& name) const {
+        for (unsigned n = 2;; ++n) {
+            OdString candidate = OdString::formatted(L"%ls_%u", name.c_str(), n);
+            if (m_store.findId(type, candidate) == 0 && !m_doc.names.at(type).count(foldCase(candidate)))
+                return candidate;
+        }
+    }
+
+    void writeOwn(Object& object) {
+        const ObjectType type = object.objectType();
+        ImportCounts& c = counts(type);
+        const uint32_t clash = m_store.findId(type, object.name());
+        if (clash == 0) {
+            m_store.writeObject(object, 0);
+            ++c.created;
+        } else if (m_onClash == ClashAnswer::kSkip) {
+            ++c.skipped;
+        } else if (m_onClash == ClashAnswer::kOverwrite) {
+            m_store.writeObject(object, clash);
+            ++c.overwritten;
+        } else {
+            const OdString original = object.name();
+            object.set_name(freeName(type, original));
+            m_store.writeObject(object, 0);
+            ++c.renamed;
+            m_report.renames.push_back({type, original, object.name()});
+            if (type == kMaterial)
+                m_materialNames[foldCase(original)] = object.name();
+        }
+        advance();
+    }
+
+    LibraryStore& m_store;
+    Document& m_doc;
+    ClashAnswer m_onClash;
+    const ExchangeProgress& m_progress;
+    ImportReport& m_report;
+    size_t m_done = 0;
+    std::map<std::wstring, OdString> m_materialNames;
+};
+
+}  // namespace
+
+const std::vector<ObjectType>& exchangedKinds() {
+    static const std::vector<ObjectType> kinds = {kTag, kLayer, kMaterialType, kCompositionType,
+                                                  kCustomProperty, kMaterial, kComposition};
+    return kinds;
+}
+
+std::string exchangeKindKey(ObjectType type) {
+    switch (type) {
+    case kTag: return "tags";
+    case kLayer: return "layers";
+    case kMaterialType: return "materialClasses";
+    case kCompositionType: return "compositionTypes";
+    case kCustomProperty: return "customProperties";
+    case kMaterial: return "materials";
+    case kComposition: return "compositions";
+    default: return std::string();
+    }
+}
+
+std::string exchangeUnitName(OdDb::UnitsValue unit) { return unitName(unit); }
+
+ImportCounts ImportReport::total() const {
+    ImportCounts sum;
+    for (const auto& entry : kinds) {
+        sum.created += entry.counts.created;
+        sum.skipped += entry.counts.skipped;
+        sum.overwritten += entry.counts.overwritten;
+        sum.renamed += entry.counts.renamed;
+    }
+    return sum;
+}
+
+std::string exportLibrary(const Library& library, const std::set<ObjectType>& kinds, const ExchangeProgress& progress) {
+    for (ObjectType type : kinds)
+        if (exchangeKindKey(type).empty())
+            throw ConsistencyError(OdString::formatted(L"Objects of kind %u are not exchanged", unsigned(type)));
+    const bool everything = kinds.empty();
+    auto wanted = [&](ObjectType type) { return everything || kinds.count(type) != 0; };
+    // One snapshot for all reads, so the document is one state of the library.
+    LibraryStore::ReadScope snapshot(library.store());
+
+    // Compositions first: the materials they use join the document, and then what those use.
+    std::map<ObjectType, std::set<std::wstring>> referenced;
+    auto compositions = chosen(wanted(kComposition) ? allOf<Composition>(library) : std::vector<QcSmartPtr<Composition>>(),
+                               true, {});
+    for (const auto& composition : compositions)
+        collectReferences(*composition, referenced);
+    auto materials = chosen(allOf<Material>(library), wanted(kMaterial), referenced[kMaterial]);
+    for (const auto& material : materials)
+        collectReferences(*material, referenced);
+
+    const size_t total = materials.size() + compositions.size();
+    size_t done = 0;
+    auto advance = [&] {
+        if (progress && ++done % 256 == 0)
+            progress(done, total);
+    };
+
+    OrderedJson doc;
+    doc["format"] = kFormatName;
+    doc["version"] = kExchangeFormatVersion;
+    doc["unit"] = unitName(library.unit());
+    doc["description"] = utf8(library.description());
+    doc["tags"] = namesJson(asObjects(chosen(allOf<Tag>(library), wanted(kTag), referenced[kTag])));
+    doc["layers"] = namesJson(asObjects(chosen(allOf<Layer>(library), wanted(kLayer), referenced[kLayer])));
+    doc["materialClasses"] =
+        namesJson(asObjects(chosen(allOf<MaterialType>(library), wanted(kMaterialType), referenced[kMaterialType])));
+    doc["compositionTypes"] = namesJson(
+        asObjects(chosen(allOf<CompositionType>(library), wanted(kCompositionType), referenced[kCompositionType])));
+    OrderedJson properties = OrderedJson::array();
+    for (const auto& p : chosen(allOf<CustomProperty>(library), wanted(kCustomProperty), referenced[kCustomProperty])) {
+        OrderedJson out;
+        out["name"] = utf8(p->name());
+        out["appliesTo"] = scopeName(p->object_type());
+        properties.push_back(out);
+    }
+    doc["customProperties"] = properties;
+    OrderedJson materialList = OrderedJson::array();
+    for (const auto& material : materials) {
+        materialList.push_back(materialJson(*material));
+        advance();
+    }
+    doc["materials"] = materialList;
+    OrderedJson compositionList = OrderedJson::array();
+    for (const auto& composition : compositions) {
+        compositionList.push_back(compositionJson(*composition));
+        advance();
+    }
+    doc["compositions"] = compositionList;
+    if (progress)
+        progress(total, total);
+    return doc.dump(2) + "\n";
+}
+
+ImportReport importLibrary(const std::shared_ptr<Library>& library, const std::string& document, ClashAnswer onClash,
+                           const ExchangeProgress& progress) {
+    if (!library)
+        throw ConsistencyError(OdString(L"No library to import into"));
+    const Json root = parseDocument(document);
+    Document doc = DocumentReader(*library, root).read();
+
+    ImportReport report;
+    for (ObjectType type : exchangedKinds())
+        report.kinds.push_back({type, {}});
+    report.documentUnit = doc.unit;
+    report.libraryUnit = library->unit();
+    if (doc.unit != library->unit() && doc.unit != OdDb::kUnitsUndefined && library->unit() != OdDb::kUnitsUndefined) {
+        scaleLengths(doc, oddbGetUnitsConversion(doc.unit, library->unit()));
+        report.converted = true;
+    }
+
+    LibraryStore& store = library->store();
+    store.guardWrite([&] {
+        Transaction transaction(library);
+        DocumentWriter(store, doc, onClash, progress, report).write();
+        if (doc.description && !doc.description->empty() && library->description().isEmpty())
+            library->set_description(OdString::fromUtf8(*doc.description));
+        transaction.commit();
+    });
+    return report;
+}
+
+}  // namespace vantlib
