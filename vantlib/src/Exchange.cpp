@@ -415,11 +415,12 @@ public:
     DocumentReader(const Library& library, const Json& root) : m_library(library), m_root(root) {}
 
     Document read() {
-        Fields top(m_root, "The document");
-        const Json* format = top.find("format");
+        const Json* format = m_root.is_object() && m_root.contains("format") ? &m_root["format"] : nullptr;
         if (!format || !format->is_string() || format->get<std::string>() != kFormatName)
             throw ExchangeError(OdString::fromUtf8(std::string("The document is not a library exchange document (its "
                                                                "'format' is not '") + kFormatName + "')"));
+        Fields top(m_root, "The document");
+        top.find("format");
         const Json& version = top.required("version");
         if (!version.is_number_integer() || version.get<int64_t>() < 1)
             top.failField("version", "is not a format version");
