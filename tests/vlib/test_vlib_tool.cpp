@@ -360,4 +360,15 @@ TEST_F(VlibTool, ImportReportsClashesAndConversionAndRefusesBadDocumentsWithoutW
     EXPECT_EQ(vlib({"import", imperial, document, "--on-clash", "merge"}).exitCode, 2);
 }
 
+TEST_F(VlibTool, ImportCardsReadsTheSharedCardsAndCountsThem) {
+    const std::string library = scratch("cards.vlib").string();
+    ASSERT_EQ(vlib({"create", library}).exitCode, 0);
+    const ToolRun run = vlib({"import-cards", library, std::string(VL_TEST_DATA_DIR) + "/materials"});
+    ASSERT_EQ(run.exitCode, 0) << run.err;
+    EXPECT_NE(run.out.find("31 cards found, 31 read, 0 could not be read"), std::string::npos) << run.out;
+    // Three names occur in two cards each; the second of each is skipped.
+    EXPECT_NE(run.out.find("materials: 28 created, 3 skipped"), std::string::npos) << run.out;
+    EXPECT_EQ(fields(vlib({"info", library}).out)["materials"], "28");
+}
+
 }  // namespace

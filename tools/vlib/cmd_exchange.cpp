@@ -9,6 +9,7 @@
 
 #include "Arguments.h"
 #include "Commands.h"
+#include "ExchangeReport.h"
 #include "Kinds.h"
 #include "LibraryFiles.h"
 #include "Progress.h"
@@ -24,21 +25,6 @@ std::string readWholeFile(const std::string& path) {
     std::ostringstream text;
     text << in.rdbuf();
     return text.str();
-}
-
-vantlib::ClashAnswer clashAnswer(const std::string& word) {
-    if (word == "skip")
-        return vantlib::ClashAnswer::kSkip;
-    if (word == "overwrite")
-        return vantlib::ClashAnswer::kOverwrite;
-    if (word == "rename")
-        return vantlib::ClashAnswer::kRename;
-    throw UsageError("--on-clash takes skip, overwrite or rename, not '" + word + "'");
-}
-
-std::string countsLine(const vantlib::ImportCounts& c) {
-    return std::to_string(c.created) + " created, " + std::to_string(c.skipped) + " skipped, " +
-           std::to_string(c.overwritten) + " overwritten, " + std::to_string(c.renamed) + " renamed";
 }
 
 }  // namespace
@@ -80,7 +66,7 @@ int importCommand(const Words& words, std::ostream& out) {
     args.requirePositional(2, "LIBRARY FILE.json");
     const std::string& libraryPath = args.positional()[0];
     const std::string& documentPath = args.positional()[1];
-    const vantlib::ClashAnswer answer = clashAnswer(args.value("on-clash", "skip"));
+    const vantlib::ClashAnswer answer = clashAnswerFromWord(args.value("on-clash", "skip"));
     const std::string document = readWholeFile(documentPath);
 
     const auto library = openLibrary(libraryPath, false);
@@ -95,18 +81,8 @@ int importCommand(const Words& words, std::ostream& out) {
         throw std::runtime_error(documentPath + ": " + e.what() + "; nothing was imported");
     }
 
-    if (report.converted)
-        out << "Lengths converted from " << vantlib::exchangeUnitName(report.documentUnit) << " to "
-            << vantlib::exchangeUnitName(report.libraryUnit) << '\n';
-    for (const auto& entry : report.kinds) {
-        const auto& c = entry.counts;
-        if (c.created + c.skipped + c.overwritten + c.renamed == 0)
-            continue;
-        out << vantlib::exchangeKindKey(entry.type) << ": " << countsLine(c) << '\n';
-    }
-    for (const auto& rename : report.renames)
-        out << "renamed '" << toUtf8(rename.from) << "' to '" << toUtf8(rename.to) << "'\n";
-    out << "Imported " << documentPath << " into " << libraryPath << ": " << countsLine(report.total()) << '\n';
+    printImportReport(report, out);
+    out << "Imported " << documentPath << " into " << libraryPath << '\n';
     return 0;
 }
 

@@ -21,6 +21,8 @@ void printUsage(std::ostream& out) {
            "                                      they use) as a JSON exchange document\n"
            "  import FILE DOCUMENT.json [--on-clash skip|overwrite|rename]\n"
            "                                      read a JSON exchange document into the library, all or nothing\n"
+           "  import-cards FILE PATH... [--on-clash skip|overwrite|rename]\n"
+           "                                      import material cards (.FCMat files, or folders holding them)\n"
            "  recover FILE                        finish the recovery of a library whose writer stopped midway\n"
            "  demo DIR                            write the demo drawing and its central library into DIR\n"
            "  help                                this text\n"
@@ -36,6 +38,7 @@ int dispatch(const Words& words, std::ostream& out) {
         {"create", createCommand}, {"info", infoCommand}, {"list", listCommand},
         {"check", checkCommand},   {"copy", copyCommand}, {"demo", demoCommand},
         {"recover", recoverCommand}, {"export", exportCommand}, {"import", importCommand},
+        {"import-cards", importCardsCommand},
     };
     if (words.empty())
         throw UsageError("no command given");

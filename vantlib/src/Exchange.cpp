@@ -15,6 +15,7 @@
 #include <vantlib/Material.h>
 #include <vantlib/Transaction.h>
 
+#include "ExchangeDocument.h"
 #include "ExchangeNames.h"
 #include "Kinds.h"
 #include "LibraryStore.h"
@@ -289,20 +290,7 @@ private:
 
 std::string quoted(const std::string& name) { return "'" + name + "'"; }
 
-// The objects of the document, built but not stored, with the names they refer to.
-struct Document {
-    OdDb::UnitsValue unit = OdDb::kUnitsUndefined;
-    std::optional<std::string> description;
-    std::vector<QcSmartPtr<Object>> named[4];  // tags, layers, classes, composition types
-    std::vector<QcSmartPtr<CustomProperty>> properties;
-    std::vector<QcSmartPtr<Material>> materials;
-    std::vector<QcSmartPtr<Composition>> compositions;
-    // Folded names per kind, to find duplicates and references inside the document.
-    std::map<ObjectType, std::set<std::wstring>> names;
-    size_t objectCount = 0;
-};
-
-const ObjectType kNamedKinds[4] = {kTag, kLayer, kMaterialType, kCompositionType};
+const ObjectType (&kNamedKinds)[4] = ExchangeDocument::kNamedKinds;
 
 QcSmartPtr<Object> createNamed(ObjectType type, const OdString& name) {
     QcSmartPtr<Object> object = describeKind(type).create();
@@ -329,7 +317,7 @@ OdString objectName(Fields& fields) {
     return OdString::fromUtf8(name);
 }
 
-void addName(Document& doc, ObjectType type, const OdString& name, const std::string& where) {
+void addName(ExchangeDocument& doc, ObjectType type, const OdString& name, const std::string& where) {
     if (!doc.names[type].insert(foldCase(name)).second)
         throw ExchangeError(OdString::fromUtf8(where + ": the name " + quoted(utf8(name)) + " occurs twice in '" +
                                                exchangeKindKey(type) + "'"));
@@ -414,7 +402,7 @@ class DocumentReader {
 public:
     DocumentReader(const Library& library, const Json& root) : m_library(library), m_root(root) {}
 
-    Document read() {
+    ExchangeDocument read() {
         const Json* format = m_root.is_object() && m_root.contains("format") ? &m_root["format"] : nullptr;
         if (!format || !format->is_string() || format->get<std::string>() != kFormatName)
             throw ExchangeError(OdString::fromUtf8(std::string("The document is not a library exchange document (its "
@@ -625,10 +613,10 @@ private:
 
     const Library& m_library;
     const Json& m_root;
-    Document m_doc;
+    ExchangeDocument m_doc;
 };
 
-Json parseDocument(const std::string& text) {
+Json parseExchangeDocument(const std::string& text) {
     if (text.find_first_not_of(" \t\r\n") == std::string::npos)
         throw ExchangeError(OdString(L"The document is empty"));
     try {
@@ -644,7 +632,7 @@ Json parseDocument(const std::string& text) {
     }
 }
 
-void scaleLengths(Document& doc, double factor) {
+void scaleLengths(ExchangeDocument& doc, double factor) {
     for (auto& material : doc.materials)
         if (BimAsset* bim = material->bim_asset()) {
             std::set<double> scaled;
@@ -665,7 +653,7 @@ void scaleLengths(Document& doc, double factor) {
 // Writes the checked document into the library; runs inside the import's transaction.
 class DocumentWriter {
 public:
-    DocumentWriter(LibraryStore& store, Document& doc, ClashAnswer onClash, const ExchangeProgress& progress,
+    DocumentWriter(LibraryStore& store, ExchangeDocument& doc, ClashAnswer onClash, const ExchangeProgress& progress,
                    ImportReport& report)
         : m_store(store), m_doc(doc), m_onClash(onClash), m_progress(progress), m_report(report) {}
 
@@ -751,7 +739,7 @@ private:
     }
 
     LibraryStore& m_store;
-    Document& m_doc;
+    ExchangeDocument& m_doc;
     ClashAnswer m_onClash;
     const ExchangeProgress& m_progress;
     ImportReport& m_report;
@@ -855,13 +843,8 @@ std::string exportLibrary(const Library& library, const std::set<ObjectType>& ki
     return doc.dump(2) + "\n";
 }
 
-ImportReport importLibrary(const std::shared_ptr<Library>& library, const std::string& document, ClashAnswer onClash,
-                           const ExchangeProgress& progress) {
-    if (!library)
-        throw ConsistencyError(OdString(L"No library to import into"));
-    const Json root = parseDocument(document);
-    Document doc = DocumentReader(*library, root).read();
-
+ImportReport writeExchangeDocument(const std::shared_ptr<Library>& library, ExchangeDocument& doc, ClashAnswer onClash,
+                                   const ExchangeProgress& progress) {
     ImportReport report;
     for (ObjectType type : exchangedKinds())
         report.kinds.push_back({type, {}});
@@ -881,6 +864,16 @@ ImportReport importLibrary(const std::shared_ptr<Library>& library, const std::s
         transaction.commit();
     });
     return report;
+}
+
+ImportReport importLibrary(const std::shared_ptr<Library>& library, const std::string& document, ClashAnswer onClash,
+                           const ExchangeProgress& progress) {
+    if (!library)
+        throw ConsistencyError(OdString(L"No library to import into"));
+    const Json root = parseExchangeDocument(document);
+    ExchangeDocument doc = DocumentReader(*library, root).read();
+
+    return writeExchangeDocument(library, doc, onClash, progress);
 }
 
 }  // namespace vantlib
