@@ -12,7 +12,7 @@ void ExchangeTest::fillSample(const std::shared_ptr<Library>& library) {
     library->save(Tag::create(W("unused tag")));
     library->save(Layer::create(W("Z-UNUSED")));
     library->save(CompositionType::create(W("Partitions")));
-    library->save(CustomProperty::create(W("Anything"), kUnknownObject));
+    library->save(CustomProperty::create(W("Any \"thing\" \\ here"), kUnknownObject));
     library->save(CustomProperty::create(W("Rating"), kComposition));
 
     auto brick = Material::create(W("Brick \u00C4"));
@@ -50,7 +50,7 @@ void ExchangeTest::fillSample(const std::shared_ptr<Library>& library) {
     brick->add_tag(W("masonry"));
     brick->add_tag(W("exterior"));
     brick->set_custom_value(CustomProperty::create(W("Fire class"), kMaterial), W("A1"));
-    brick->set_custom_value(CustomProperty::create(W("Anything"), kUnknownObject), W("\u00FC"));
+    brick->set_custom_value(CustomProperty::create(W("Any \"thing\" \\ here"), kUnknownObject), W("\u00FC"));
     brick = library->save(brick);
 
     auto insulation = Material::create(W("insulation"));

@@ -3,6 +3,7 @@
 #include <vantlib/Exchange.h>
 
 #include <algorithm>
+#include <cstring>
 #include <map>
 #include <optional>
 #include <unordered_map>
@@ -30,6 +31,20 @@ namespace {
 
 const char* const kFormatName = "vantlib-library";
 
+// The key of a kind's list in the document; empty for kinds it does not hold.
+const char* kindKey(ObjectType type) {
+    switch (type) {
+    case kTag: return "tags";
+    case kLayer: return "layers";
+    case kMaterialType: return "materialClasses";
+    case kCompositionType: return "compositionTypes";
+    case kCustomProperty: return "customProperties";
+    case kMaterial: return "materials";
+    case kComposition: return "compositions";
+    default: return "";
+    }
+}
+
 std::string utf8(const OdString& text) { return textToUtf8(text); }
 
 // ---------------------------------------------------------------- writing
@@ -49,117 +64,210 @@ std::vector<QcSmartPtr<T>> sortedByName(std::vector<QcSmartPtr<T>> objects) {
     return objects;
 }
 
-OrderedJson patternJson(const Pattern& pattern) {
-    OrderedJson out;
-    out["type"] = patternTypeName(pattern.type());
-    out["name"] = utf8(pattern.name());
-    out["scale"] = pattern.scale();
-    out["space"] = pattern.space();
-    out["angle"] = pattern.angle();
-    out["cross"] = pattern.cross();
-    out["annotative"] = pattern.annotative();
+// Writes the document's text one value at a time, in the layout of nlohmann-json's dump(2),
+// so that the document never stands in memory as JSON values. Every text and number is
+// written by nlohmann-json (escaping, shortest exact form of doubles).
+class JsonText {
+public:
+    void beginObject() { open('{'); }
+    void endObject() { close('}'); }
+    void beginArray() { open('['); }
+    void endArray() { close(']'); }
+    // The key of the next member of the open object: one of the document's own words, or any
+    // text (a custom property's name), which nlohmann-json escapes.
+    void key(const char* word) {
+        nextLine();
+        m_text += '"';
+        m_text += word;
+        m_text += "\": ";
+        m_keyed = true;
+    }
+    void key(const OdString& text) {
+        nextLine();
+        m_text += OrderedJson(utf8(text)).dump();
+        m_text += ": ";
+        m_keyed = true;
+    }
+    template <class T>
+    void value(const T& scalar) {
+        element();
+        m_text += OrderedJson(scalar).dump();
+    }
+    void value(const OdString& text) { value(utf8(text)); }
+    template <class T>
+    void member(const char* name, const T& scalar) {
+        key(name);
+        value(scalar);
+    }
+    std::string finish() {
+        m_text += '\n';
+        return std::move(m_text);
+    }
+
+private:
+    // Before a value: a key placed it already, else it is an element of the open array.
+    void element() {
+        if (m_keyed)
+            m_keyed = false;
+        else if (!m_empty.empty())
+            nextLine();
+    }
+    void open(char bracket) {
+        element();
+        m_text += bracket;
+        m_empty.push_back(true);
+    }
+    void close(char bracket) {
+        const bool empty = m_empty.back();
+        m_empty.pop_back();
+        if (!empty) {
+            m_text += '\n';
+            m_text.append(2 * m_empty.size(), ' ');
+        }
+        m_text += bracket;
+    }
+    void nextLine() {
+        m_text += m_empty.back() ? "\n" : ",\n";
+        m_empty.back() = false;
+        m_text.append(2 * m_empty.size(), ' ');
+    }
+
+    std::string m_text;
+    std::vector<bool> m_empty;  // per open object or array: nothing written into it yet
+    bool m_keyed = false;
+};
+
+void writePattern(JsonText& out, const char* key, const Pattern& pattern) {
+    out.key(key);
+    out.beginObject();
+    out.member("type", patternTypeName(pattern.type()));
+    out.member("name", pattern.name());
+    out.member("scale", pattern.scale());
+    out.member("space", pattern.space());
+    out.member("angle", pattern.angle());
+    out.member("cross", pattern.cross());
+    out.member("annotative", pattern.annotative());
     if (pattern.has_background_color())
-        out["background"] = pattern.background_color();
-    return out;
+        out.member("background", pattern.background_color());
+    out.endObject();
 }
 
-OrderedJson physicalValueJson(const PhysicalValue& value) {
-    OrderedJson out;
-    out["value"] = value.value;
-    out["unit"] = utf8(value.unit);
-    return out;
+void writePhysicalValue(JsonText& out, const char* key, const PhysicalValue& value) {
+    out.key(key);
+    out.beginObject();
+    out.member("value", value.value);
+    out.member("unit", value.unit);
+    out.endObject();
 }
 
-void addAnnotations(OrderedJson& out, const AnnotatedObject& object) {
-    OrderedJson tags = OrderedJson::array();
+void writeAnnotations(JsonText& out, const AnnotatedObject& object) {
+    out.key("tags");
+    out.beginArray();
     for (const auto& tag : object.tags())
-        tags.push_back(utf8(tag->name()));
-    out["tags"] = tags;
+        out.value(tag->name());
+    out.endArray();
     // By property name, so the order does not depend on the ids of either library.
     std::map<std::wstring, const CustomValue*> values;
     for (const CustomValue& value : object.custom_values())
         values.emplace(foldCase(value.property->name()), &value);
-    OrderedJson custom = OrderedJson::object();
-    for (const auto& entry : values)
-        custom[utf8(entry.second->property->name())] = utf8(entry.second->value);
-    out["customValues"] = custom;
+    out.key("customValues");
+    out.beginObject();
+    for (const auto& entry : values) {
+        out.key(entry.second->property->name());
+        out.value(entry.second->value);
+    }
+    out.endObject();
 }
 
-OrderedJson materialJson(const Material& material) {
-    OrderedJson out;
-    out["name"] = utf8(material.name());
-    out["description"] = utf8(material.description());
-    out["comments"] = utf8(material.comments());
-    if (material.material_type() && !material.material_type()->name().isEmpty())
-        out["class"] = utf8(material.material_type()->name());
-    out["appearance"] = utf8(material.appearance());
-    out["sectionPattern"] = patternJson(material.section_pattern());
-    out["elevationPattern"] = patternJson(material.elevation_pattern());
+bool hasName(const QcSmartPtr<Object>& object) { return object && !object->name().isEmpty(); }
+
+void writeMaterial(JsonText& out, const Material& material) {
+    out.beginObject();
+    out.member("name", material.name());
+    out.member("description", material.description());
+    out.member("comments", material.comments());
+    if (hasName(material.material_type()))
+        out.member("class", material.material_type()->name());
+    out.member("appearance", material.appearance());
+    writePattern(out, "sectionPattern", material.section_pattern());
+    writePattern(out, "elevationPattern", material.elevation_pattern());
     if (const BimAsset* bim = material.bim_asset()) {
-        OrderedJson b;
-        if (bim->layer() && !bim->layer()->name().isEmpty())
-            b["sectionLayer"] = utf8(bim->layer()->name());
-        if (bim->layer_elevation() && !bim->layer_elevation()->name().isEmpty())
-            b["elevationLayer"] = utf8(bim->layer_elevation()->name());
-        b["defaultFunction"] = functionName(bim->default_function());
-        b["thicknesses"] = OrderedJson(std::vector<double>(bim->thicknesses().begin(), bim->thicknesses().end()));
-        b["variableThickness"] = bim->variable_thickness();
-        b["unionElevation"] = bim->union_elevation();
-        b["unionSection"] = bim->union_section();
-        out["bim"] = b;
+        out.key("bim");
+        out.beginObject();
+        if (hasName(bim->layer()))
+            out.member("sectionLayer", bim->layer()->name());
+        if (hasName(bim->layer_elevation()))
+            out.member("elevationLayer", bim->layer_elevation()->name());
+        out.member("defaultFunction", functionName(bim->default_function()));
+        out.key("thicknesses");
+        out.beginArray();
+        for (double thickness : bim->thicknesses())
+            out.value(thickness);
+        out.endArray();
+        out.member("variableThickness", bim->variable_thickness());
+        out.member("unionElevation", bim->union_elevation());
+        out.member("unionSection", bim->union_section());
+        out.endObject();
     }
     if (const InformationAsset* info = material.information_asset()) {
-        OrderedJson i;
-        i["classification"] = utf8(info->classification());
+        out.key("information");
+        out.beginObject();
+        out.member("classification", info->classification());
         if (info->has_unique_code())
-            i["uniqueCode"] = utf8(info->unique_code());
-        i["cost"] = utf8(info->cost());
-        i["keynote"] = utf8(info->keynote());
-        i["label"] = utf8(info->label());
-        i["manufacturer"] = utf8(info->manufacturer());
-        i["mark"] = utf8(info->mark());
-        i["model"] = utf8(info->model());
-        i["url"] = utf8(info->url());
-        out["information"] = i;
+            out.member("uniqueCode", info->unique_code());
+        out.member("cost", info->cost());
+        out.member("keynote", info->keynote());
+        out.member("label", info->label());
+        out.member("manufacturer", info->manufacturer());
+        out.member("mark", info->mark());
+        out.member("model", info->model());
+        out.member("url", info->url());
+        out.endObject();
     }
     if (const PhysicalAsset* physical = material.physical_asset()) {
-        OrderedJson p = OrderedJson::object();
+        out.key("physical");
+        out.beginObject();
         if (physical->has_density())
-            p["density"] = physicalValueJson(physical->density());
+            writePhysicalValue(out, "density", physical->density());
         if (physical->has_thermal_conductivity())
-            p["thermalConductivity"] = physicalValueJson(physical->thermal_conductivity());
+            writePhysicalValue(out, "thermalConductivity", physical->thermal_conductivity());
         if (physical->has_specific_heat())
-            p["specificHeat"] = physicalValueJson(physical->specific_heat());
-        out["physical"] = p;
+            writePhysicalValue(out, "specificHeat", physical->specific_heat());
+        out.endObject();
     }
-    addAnnotations(out, material);
-    return out;
+    writeAnnotations(out, material);
+    out.endObject();
 }
 
-OrderedJson compositionJson(const Composition& composition) {
-    OrderedJson out;
-    out["name"] = utf8(composition.name());
-    out["description"] = utf8(composition.description());
-    out["comments"] = utf8(composition.comments());
-    out["baseType"] = baseTypeNames(composition.type());
-    if (composition.composition_type() && !composition.composition_type()->name().isEmpty())
-        out["type"] = utf8(composition.composition_type()->name());
-    if (composition.layer() && !composition.layer()->name().isEmpty())
-        out["layer"] = utf8(composition.layer()->name());
-    OrderedJson plies = OrderedJson::array();
+void writeComposition(JsonText& out, const Composition& composition) {
+    out.beginObject();
+    out.member("name", composition.name());
+    out.member("description", composition.description());
+    out.member("comments", composition.comments());
+    out.key("baseType");
+    out.beginArray();
+    for (const std::string& name : baseTypeNames(composition.type()))
+        out.value(name);
+    out.endArray();
+    if (hasName(composition.composition_type()))
+        out.member("type", composition.composition_type()->name());
+    if (hasName(composition.layer()))
+        out.member("layer", composition.layer()->name());
+    out.key("plies");
+    out.beginArray();
     for (const Ply& ply : composition.plies()) {
-        OrderedJson p;
-        p["material"] = utf8(ply.material()->name());
-        p["thickness"] = ply.thickness();
-        p["function"] = functionName(ply.function());
-        plies.push_back(p);
+        out.beginObject();
+        out.member("material", ply.material()->name());
+        out.member("thickness", ply.thickness());
+        out.member("function", functionName(ply.function()));
+        out.endObject();
     }
-    out["plies"] = plies;
+    out.endArray();
     if (composition.has_variable_ply())
-        out["variablePly"] = composition.variable_ply();
-    out["variablePlyMinThickness"] = composition.variable_ply_min_thickness();
-    addAnnotations(out, composition);
-    return out;
+        out.member("variablePly", composition.variable_ply());
+    out.member("variablePlyMinThickness", composition.variable_ply_min_thickness());
+    writeAnnotations(out, composition);
+    out.endObject();
 }
 
 template <class T>
@@ -191,17 +299,15 @@ void collectReferences(const Object& object, std::map<ObjectType, std::set<std::
     }
 }
 
-OrderedJson namesJson(const std::vector<QcSmartPtr<Object>>& objects) {
-    OrderedJson out = OrderedJson::array();
+template <class T>
+void writeNames(JsonText& out, const char* key, const std::vector<QcSmartPtr<T>>& objects) {
+    out.key(key);
+    out.beginArray();
     for (const auto& object : objects)
-        out.push_back(utf8(object->name()));
-    return out;
+        out.value(object->name());
+    out.endArray();
 }
 
-template <class T>
-std::vector<QcSmartPtr<Object>> asObjects(const std::vector<QcSmartPtr<T>>& objects) {
-    return std::vector<QcSmartPtr<Object>>(objects.begin(), objects.end());
-}
 
 // ---------------------------------------------------------------- reading
 
@@ -220,18 +326,21 @@ public:
     }
     const std::string& where() const { return m_where; }
 
-    const Json* find(const std::string& key) {
-        m_read.insert(key);
+    const Json* find(const char* key) {
         auto it = m_value.find(key);
-        return it == m_value.end() ? nullptr : &*it;
+        if (it == m_value.end())
+            return nullptr;
+        if (std::none_of(m_found.begin(), m_found.end(), [key](const char* k) { return std::strcmp(k, key) == 0; }))
+            m_found.push_back(key);
+        return &*it;
     }
-    const Json& required(const std::string& key) {
+    const Json& required(const char* key) {
         if (const Json* v = find(key))
             return *v;
-        fail("lacks the field '" + key + "'");
+        fail("lacks the field '" + std::string(key) + "'");
     }
 
-    std::string text(const std::string& key, const std::string& fallback = std::string()) {
+    std::string text(const char* key, const std::string& fallback = std::string()) {
         const Json* v = find(key);
         if (!v)
             return fallback;
@@ -239,18 +348,16 @@ public:
             failField(key, "is not a text");
         return v->get<std::string>();
     }
-    std::string requiredText(const std::string& key) {
+    std::string requiredText(const char* key) {
         required(key);
         return text(key);
     }
-    std::optional<std::string> optionalText(const std::string& key) {
-        if (!m_value.contains(key)) {
-            m_read.insert(key);
+    std::optional<std::string> optionalText(const char* key) {
+        if (!m_value.contains(key))
             return std::nullopt;
-        }
         return text(key);
     }
-    double number(const std::string& key, double fallback) {
+    double number(const char* key, double fallback) {
         const Json* v = find(key);
         if (!v)
             return fallback;
@@ -258,7 +365,7 @@ public:
             failField(key, "is not a number");
         return v->get<double>();
     }
-    bool flag(const std::string& key, bool fallback) {
+    bool flag(const char* key, bool fallback) {
         const Json* v = find(key);
         if (!v)
             return fallback;
@@ -266,7 +373,7 @@ public:
             failField(key, "is not true or false");
         return v->get<bool>();
     }
-    std::optional<int64_t> integer(const std::string& key, int64_t low, int64_t high) {
+    std::optional<int64_t> integer(const char* key, int64_t low, int64_t high) {
         const Json* v = find(key);
         if (!v)
             return std::nullopt;
@@ -275,17 +382,22 @@ public:
         return v->get<int64_t>();
     }
 
-    // Every field was asked for.
+    // Every field was asked for. Fields are found once each, so a count tells; the search for
+    // the unknown one runs only when there is one.
     void finish() const {
+        if (m_found.size() == m_value.size())
+            return;
         for (auto it = m_value.begin(); it != m_value.end(); ++it)
-            if (!m_read.count(it.key()))
+            if (std::none_of(m_found.begin(), m_found.end(), [&](const char* k) { return it.key() == k; }))
                 fail("has an unknown field '" + it.key() + "'");
     }
+    // The name of the object in messages, once it is known.
+    void setWhere(std::string where) { m_where = std::move(where); }
 
 private:
     const Json& m_value;
     std::string m_where;
-    std::set<std::string> m_read;
+    std::vector<const char*> m_found;
 };
 
 std::string quoted(const std::string& name) { return "'" + name + "'"; }
@@ -298,16 +410,20 @@ QcSmartPtr<Object> createNamed(ObjectType type, const OdString& name) {
     return object;
 }
 
-// Reads a list of the document; `each` gets the element and its place for messages.
+// Reads a list of the document's object `root`; `each` gets the element and its place for
+// messages. An element is dropped once read: freed while it is fresh in the cache, the parsed
+// values cost a fraction of what they cost freed all at once at the end.
 template <class Each>
-void readList(Fields& top, const std::string& key, Each&& each) {
-    const Json* list = top.find(key);
-    if (!list)
+void readList(Fields& top, Json& root, const char* key, Each&& each) {
+    if (!top.find(key))
         return;
-    if (!list->is_array())
-        throw ExchangeError(OdString::fromUtf8("'" + key + "' is not a list"));
-    for (size_t i = 0; i < list->size(); ++i)
-        each((*list)[i], key + "[" + std::to_string(i) + "]");
+    Json& list = root[key];
+    if (!list.is_array())
+        throw ExchangeError(OdString::fromUtf8("'" + std::string(key) + "' is not a list"));
+    for (size_t i = 0; i < list.size(); ++i) {
+        each(static_cast<const Json&>(list[i]), std::string(key) + "[" + std::to_string(i) + "]");
+        list[i] = nullptr;
+    }
 }
 
 OdString objectName(Fields& fields) {
@@ -324,7 +440,7 @@ void addName(ExchangeDocument& doc, ObjectType type, const OdString& name, const
     ++doc.objectCount;
 }
 
-Pattern readPattern(Fields& parent, const std::string& key) {
+Pattern readPattern(Fields& parent, const char* key) {
     Pattern pattern;
     const Json* value = parent.find(key);
     if (!value)
@@ -347,7 +463,7 @@ Pattern readPattern(Fields& parent, const std::string& key) {
     return pattern;
 }
 
-MaterialFunction readFunction(Fields& fields, const std::string& key) {
+MaterialFunction readFunction(Fields& fields, const char* key) {
     const std::string name = fields.text(key, "none");
     auto function = functionFromName(name);
     if (!function)
@@ -355,7 +471,7 @@ MaterialFunction readFunction(Fields& fields, const std::string& key) {
     return *function;
 }
 
-std::optional<PhysicalValue> readPhysicalValue(Fields& parent, const std::string& key, PhysicalQuantity quantity) {
+std::optional<PhysicalValue> readPhysicalValue(Fields& parent, const char* key, PhysicalQuantity quantity) {
     const Json* value = parent.find(key);
     if (!value)
         return std::nullopt;
@@ -400,7 +516,7 @@ void readAnnotations(Fields& fields, AnnotatedObject& object,
 // Reads and checks the whole document; nothing is written yet.
 class DocumentReader {
 public:
-    DocumentReader(const Library& library, const Json& root) : m_library(library), m_root(root) {}
+    DocumentReader(const Library& library, Json& root) : m_library(library), m_root(root) {}
 
     ExchangeDocument read() {
         const Json* format = m_root.is_object() && m_root.contains("format") ? &m_root["format"] : nullptr;
@@ -423,14 +539,14 @@ public:
         m_doc.description = top.optionalText("description");
 
         for (int k = 0; k < 4; ++k)
-            readList(top, exchangeKindKey(kNamedKinds[k]), [&](const Json& value, const std::string& where) {
+            readList(top, m_root, kindKey(kNamedKinds[k]), [&](const Json& value, const std::string& where) {
                 if (!value.is_string() || value.get<std::string>().empty())
                     throw ExchangeError(OdString::fromUtf8(where + " is not a name"));
                 const OdString name = OdString::fromUtf8(value.get<std::string>());
                 addName(m_doc, kNamedKinds[k], name, where);
                 m_doc.named[k].push_back(createNamed(kNamedKinds[k], name));
             });
-        readList(top, exchangeKindKey(kCustomProperty), [&](const Json& value, const std::string& where) {
+        readList(top, m_root, kindKey(kCustomProperty), [&](const Json& value, const std::string& where) {
             Fields fields(value, where);
             const OdString name = objectName(fields);
             const std::string scope = fields.text("appliesTo", "any");
@@ -444,8 +560,8 @@ public:
         // Names first: materials may be listed after the compositions that use them.
         prepareNames(kMaterial);
         prepareNames(kComposition);
-        readList(top, "materials", [&](const Json& value, const std::string& where) { readMaterial(value, where); });
-        readList(top, "compositions", [&](const Json& value, const std::string& where) { readComposition(value, where); });
+        readList(top, m_root, "materials", [&](const Json& value, const std::string& where) { readMaterial(value, where); });
+        readList(top, m_root, "compositions", [&](const Json& value, const std::string& where) { readComposition(value, where); });
         top.finish();
         return std::move(m_doc);
     }
@@ -456,10 +572,13 @@ private:
         auto list = m_root.find(key);
         if (list == m_root.end() || !list->is_array())
             return;
+        // Elements without a proper name are left to the full read, which says what is wrong.
         for (size_t i = 0; i < list->size(); ++i) {
-            const std::string where = key + "[" + std::to_string(i) + "]";
-            Fields fields((*list)[i], where);
-            addName(m_doc, type, objectName(fields), where);
+            const Json& element = (*list)[i];
+            auto name = element.is_object() ? element.find("name") : element.end();
+            if (name != element.end() && name->is_string() && !name->get_ref<const std::string&>().empty())
+                addName(m_doc, type, OdString::fromUtf8(name->get_ref<const std::string&>()),
+                        key + "[" + std::to_string(i) + "]");
         }
     }
 
@@ -475,7 +594,7 @@ private:
     }
 
     template <class T>
-    QcSmartPtr<T> namedTarget(Fields& fields, const std::string& key) {
+    QcSmartPtr<T> namedTarget(Fields& fields, const char* key) {
         auto name = fields.optionalText(key);
         if (!name)
             return QcSmartPtr<T>();
@@ -503,10 +622,9 @@ private:
     }
 
     void readMaterial(const Json& value, const std::string& where) {
-        Fields fields(value, where);
-        auto material = Material::create(objectName(fields));
-        Fields named(value, where + " " + quoted(utf8(material->name())));
-        named.find("name");
+        Fields named(value, where);
+        auto material = Material::create(objectName(named));
+        named.setWhere(where + " " + quoted(utf8(material->name())));
         material->set_description(OdString::fromUtf8(named.text("description")));
         material->set_comments(OdString::fromUtf8(named.text("comments")));
         material->set_type(namedTarget<MaterialType>(named, "class"));
@@ -567,10 +685,9 @@ private:
     }
 
     void readComposition(const Json& value, const std::string& where) {
-        Fields fields(value, where);
-        auto composition = Composition::create(objectName(fields));
-        Fields named(value, where + " " + quoted(utf8(composition->name())));
-        named.find("name");
+        Fields named(value, where);
+        auto composition = Composition::create(objectName(named));
+        named.setWhere(where + " " + quoted(utf8(composition->name())));
         composition->set_description(OdString::fromUtf8(named.text("description")));
         composition->set_comments(OdString::fromUtf8(named.text("comments")));
         uint32_t baseType = Composition::kWall;
@@ -612,7 +729,7 @@ private:
     }
 
     const Library& m_library;
-    const Json& m_root;
+    Json& m_root;
     ExchangeDocument m_doc;
 };
 
@@ -689,6 +806,15 @@ private:
         throw ConsistencyError(OdString(L"Kind missing from the import report"));
     }
 
+    // A kind the library held no object of before the import meets no clash: the document's
+    // names are unique per kind, so no lookup is needed. (Material cards may repeat a name.)
+    bool mayClash(ObjectType type) {
+        auto known = m_mayClash.find(type);
+        if (known == m_mayClash.end())
+            known = m_mayClash.emplace(type, m_store.count(type) > 0 || !m_doc.uniqueNames).first;
+        return known->second;
+    }
+
     void advance() {
         ++m_done;
         if (m_progress && m_done % 256 == 0)
@@ -697,7 +823,7 @@ private:
 
     // Objects shared by name: the library's object of that name stays.
     void writeShared(const Object& object) {
-        if (m_store.findId(object.objectType(), object.name()) != 0) {
+        if (mayClash(object.objectType()) && m_store.findId(object.objectType(), object.name()) != 0) {
             ++counts(object.objectType()).skipped;
         } else {
             m_store.writeObject(object, 0);
@@ -717,7 +843,7 @@ private:
     void writeOwn(Object& object) {
         const ObjectType type = object.objectType();
         ImportCounts& c = counts(type);
-        const uint32_t clash = m_store.findId(type, object.name());
+        const uint32_t clash = mayClash(type) ? m_store.findId(type, object.name()) : 0;
         if (clash == 0) {
             m_store.writeObject(object, 0);
             ++c.created;
@@ -745,6 +871,7 @@ private:
     ImportReport& m_report;
     size_t m_done = 0;
     std::map<std::wstring, OdString> m_materialNames;
+    std::map<ObjectType, bool> m_mayClash;
 };
 
 }  // namespace
@@ -755,18 +882,7 @@ const std::vector<ObjectType>& exchangedKinds() {
     return kinds;
 }
 
-std::string exchangeKindKey(ObjectType type) {
-    switch (type) {
-    case kTag: return "tags";
-    case kLayer: return "layers";
-    case kMaterialType: return "materialClasses";
-    case kCompositionType: return "compositionTypes";
-    case kCustomProperty: return "customProperties";
-    case kMaterial: return "materials";
-    case kComposition: return "compositions";
-    default: return std::string();
-    }
-}
+std::string exchangeKindKey(ObjectType type) { return kindKey(type); }
 
 std::string exchangeUnitName(OdDb::UnitsValue unit) { return unitName(unit); }
 
@@ -807,40 +923,45 @@ std::string exportLibrary(const Library& library, const std::set<ObjectType>& ki
             progress(done, total);
     };
 
-    OrderedJson doc;
-    doc["format"] = kFormatName;
-    doc["version"] = kExchangeFormatVersion;
-    doc["unit"] = unitName(library.unit());
-    doc["description"] = utf8(library.description());
-    doc["tags"] = namesJson(asObjects(chosen(allOf<Tag>(library), wanted(kTag), referenced[kTag])));
-    doc["layers"] = namesJson(asObjects(chosen(allOf<Layer>(library), wanted(kLayer), referenced[kLayer])));
-    doc["materialClasses"] =
-        namesJson(asObjects(chosen(allOf<MaterialType>(library), wanted(kMaterialType), referenced[kMaterialType])));
-    doc["compositionTypes"] = namesJson(
-        asObjects(chosen(allOf<CompositionType>(library), wanted(kCompositionType), referenced[kCompositionType])));
-    OrderedJson properties = OrderedJson::array();
+    JsonText doc;
+    doc.beginObject();
+    doc.member("format", kFormatName);
+    doc.member("version", kExchangeFormatVersion);
+    doc.member("unit", unitName(library.unit()));
+    doc.member("description", library.description());
+    writeNames(doc, "tags", chosen(allOf<Tag>(library), wanted(kTag), referenced[kTag]));
+    writeNames(doc, "layers", chosen(allOf<Layer>(library), wanted(kLayer), referenced[kLayer]));
+    writeNames(doc, "materialClasses",
+               chosen(allOf<MaterialType>(library), wanted(kMaterialType), referenced[kMaterialType]));
+    writeNames(doc, "compositionTypes",
+               chosen(allOf<CompositionType>(library), wanted(kCompositionType), referenced[kCompositionType]));
+    doc.key("customProperties");
+    doc.beginArray();
     for (const auto& p : chosen(allOf<CustomProperty>(library), wanted(kCustomProperty), referenced[kCustomProperty])) {
-        OrderedJson out;
-        out["name"] = utf8(p->name());
-        out["appliesTo"] = scopeName(p->object_type());
-        properties.push_back(out);
+        doc.beginObject();
+        doc.member("name", p->name());
+        doc.member("appliesTo", scopeName(p->object_type()));
+        doc.endObject();
     }
-    doc["customProperties"] = properties;
-    OrderedJson materialList = OrderedJson::array();
+    doc.endArray();
+    doc.key("materials");
+    doc.beginArray();
     for (const auto& material : materials) {
-        materialList.push_back(materialJson(*material));
+        writeMaterial(doc, *material);
         advance();
     }
-    doc["materials"] = materialList;
-    OrderedJson compositionList = OrderedJson::array();
+    doc.endArray();
+    doc.key("compositions");
+    doc.beginArray();
     for (const auto& composition : compositions) {
-        compositionList.push_back(compositionJson(*composition));
+        writeComposition(doc, *composition);
         advance();
     }
-    doc["compositions"] = compositionList;
+    doc.endArray();
+    doc.endObject();
     if (progress)
         progress(total, total);
-    return doc.dump(2) + "\n";
+    return doc.finish();
 }
 
 ImportReport writeExchangeDocument(const std::shared_ptr<Library>& library, ExchangeDocument& doc, ClashAnswer onClash,
@@ -870,8 +991,13 @@ ImportReport importLibrary(const std::shared_ptr<Library>& library, const std::s
                            const ExchangeProgress& progress) {
     if (!library)
         throw ConsistencyError(OdString(L"No library to import into"));
-    const Json root = parseExchangeDocument(document);
-    ExchangeDocument doc = DocumentReader(*library, root).read();
+    ExchangeDocument doc;
+    {
+        // The parsed values go before anything is written: they take several times the
+        // memory of the document.
+        Json root = parseExchangeDocument(document);
+        doc = DocumentReader(*library, root).read();
+    }
 
     return writeExchangeDocument(library, doc, onClash, progress);
 }

@@ -27,6 +27,8 @@ struct ExchangeDocument {
     // Folded names per kind: duplicates, references inside the document, free names.
     std::map<ObjectType, std::set<std::wstring>> names;
     size_t objectCount = 0;
+    // False when two objects of a kind may have the same name (material cards).
+    bool uniqueNames = true;
 };
 
 // Writes the objects into the library in one transaction, lengths converted into the

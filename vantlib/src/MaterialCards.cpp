@@ -273,6 +273,7 @@ CardImportReport importMaterialCards(const std::shared_ptr<Library>& library, co
     report.cardsFound = files.size();
     ExchangeDocument doc;
     doc.unit = library->unit();
+    doc.uniqueNames = false;
     for (const std::string& file : files) {
         MaterialCard card;
         try {
