@@ -6,8 +6,7 @@
 #include <cstring>
 #include <map>
 #include <optional>
-#include <unordered_map>
-#include <unordered_set>
+#include <set>
 
 #include <nlohmann/json.hpp>
 
@@ -310,7 +309,6 @@ void writeNames(JsonText& out, const char* key, const std::vector<QcSmartPtr<T>>
     out.endArray();
 }
 
-
 // ---------------------------------------------------------------- reading
 
 // One JSON object of the document being read: typed access to its fields, each field read
@@ -608,13 +606,20 @@ private:
     // one (shared by name), else the document's.
     QcSmartPtr<CustomProperty> property(const std::string& name, const std::string& where) {
         const OdString odName = OdString::fromUtf8(name);
-        if (auto existing = m_library.get<CustomProperty>(NameKey(odName)))
-            return existing;
-        for (const auto& p : m_doc.properties)
-            if (sameName(p->name(), odName))
-                return p;
-        requireTarget(kCustomProperty, name, where + ".customValues");
-        return QcSmartPtr<CustomProperty>();
+        const std::wstring folded = foldCase(odName);
+        auto known = m_properties.find(folded);
+        if (known != m_properties.end())
+            return known->second;
+        QcSmartPtr<CustomProperty> found = m_library.get<CustomProperty>(NameKey(odName));
+        for (auto it = m_doc.properties.begin(); !found && it != m_doc.properties.end(); ++it)
+            if (sameName((*it)->name(), odName))
+                found = *it;
+        if (!found) {
+            requireTarget(kCustomProperty, name, where + ".customValues");  // throws: it is nowhere
+            throw ConsistencyError(OdString(L"Custom property not found"));
+        }
+        m_properties.emplace(folded, found);
+        return found;
     }
 
     void readTags(Fields& fields, AnnotatedObject& object) {
@@ -733,6 +738,8 @@ private:
     const Library& m_library;
     Json& m_root;
     ExchangeDocument m_doc;
+    // Custom properties by folded name, as values refer to them.
+    std::map<std::wstring, QcSmartPtr<CustomProperty>> m_properties;
 };
 
 Json parseExchangeDocument(const std::string& text) {
