@@ -29,6 +29,14 @@ struct ExchangeDocument {
     size_t objectCount = 0;
     // False when two objects of a kind may have the same name (material cards).
     bool uniqueNames = true;
+
+    // The list of `named` for one of kNamedKinds.
+    std::vector<QcSmartPtr<Object>>& namedOf(ObjectType type) {
+        for (size_t k = 0; k < 4; ++k)
+            if (kNamedKinds[k] == type)
+                return named[k];
+        throw ConsistencyError(OdString(L"Not a kind shared by name"));
+    }
 };
 
 // Writes the objects into the library in one transaction, lengths converted into the

@@ -285,7 +285,7 @@ CardImportReport importMaterialCards(const std::shared_ptr<Library>& library, co
         auto material = Material::create(card.name);
         material->set_description(card.description);
         if (doc.names[kMaterialType].insert(foldCase(card.className)).second) {
-            doc.named[2].push_back(MaterialType::create(card.className));
+            doc.namedOf(kMaterialType).push_back(MaterialType::create(card.className));
             ++doc.objectCount;
         }
         material->set_type(MaterialType::create(card.className));
