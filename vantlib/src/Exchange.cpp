@@ -23,10 +23,9 @@
 
 namespace vantlib {
 
-// Read with the object type that keeps members in a vector: small objects parse and free
+// Objects keep their members in a vector, in the order read: small objects parse and free
 // much faster than with a tree per object.
 using Json = nlohmann::ordered_json;
-using OrderedJson = nlohmann::ordered_json;
 
 namespace {
 
@@ -85,14 +84,14 @@ public:
     }
     void key(const OdString& text) {
         nextLine();
-        m_text += OrderedJson(utf8(text)).dump();
+        m_text += Json(utf8(text)).dump();
         m_text += ": ";
         m_keyed = true;
     }
     template <class T>
     void value(const T& scalar) {
         element();
-        m_text += OrderedJson(scalar).dump();
+        m_text += Json(scalar).dump();
     }
     void value(const OdString& text) { value(utf8(text)); }
     template <class T>
