@@ -310,20 +310,49 @@ void writeNames(JsonText& out, const char* key, const std::vector<QcSmartPtr<T>>
 
 // ---------------------------------------------------------------- reading
 
+// The place of a value in the document, for messages: "materials[3] 'Brick'.bim". Built only
+// when a message needs it.
+class Place {
+public:
+    static constexpr size_t kNoIndex = size_t(-1);
+    explicit Place(const char* text) : m_member(text) {}
+    Place(const char* list, size_t index) : m_member(list), m_index(index) {}
+    Place(const Place& parent, const char* member, size_t index = kNoIndex)
+        : m_parent(&parent), m_member(member), m_index(index) {}
+    // The object's name, once read.
+    void setName(const std::string& name) { m_name = name; }
+
+    std::string text() const {
+        std::string text = m_parent ? m_parent->text() + "." + m_member : std::string(m_member);
+        if (m_index != kNoIndex)
+            text += "[" + std::to_string(m_index) + "]";
+        if (!m_name.empty())
+            text += " '" + m_name + "'";
+        return text;
+    }
+
+private:
+    const Place* m_parent = nullptr;
+    const char* m_member;
+    size_t m_index = kNoIndex;
+    std::string m_name;
+};
+
 // One JSON object of the document being read: typed access to its fields, each field read
-// once, and an error for any field nobody asked for. `where` names the object in messages.
+// once, and an error for any field nobody asked for.
 class Fields {
 public:
-    Fields(const Json& value, std::string where) : m_value(value), m_where(std::move(where)) {
+    Fields(const Json& value, Place place) : m_value(value), m_place(std::move(place)) {
         if (!m_value.is_object())
             fail("is not a JSON object");
     }
 
-    [[noreturn]] void fail(const std::string& what) const { throw ExchangeError(OdString::fromUtf8(m_where + " " + what)); }
+    [[noreturn]] void fail(const std::string& what) const { throw ExchangeError(OdString::fromUtf8(where() + " " + what)); }
     [[noreturn]] void failField(const std::string& key, const std::string& what) const {
         fail("has a field '" + key + "' that " + what);
     }
-    const std::string& where() const { return m_where; }
+    std::string where() const { return m_place.text(); }
+    const Place& place() const { return m_place; }
 
     const Json* find(const char* key) {
         auto it = m_value.find(key);
@@ -391,11 +420,11 @@ public:
                 fail("has an unknown field '" + it.key() + "'");
     }
     // The name of the object in messages, once it is known.
-    void setWhere(std::string where) { m_where = std::move(where); }
+    void setName(const std::string& name) { m_place.setName(name); }
 
 private:
     const Json& m_value;
-    std::string m_where;
+    Place m_place;
     std::vector<const char*> m_found;
 };
 
@@ -420,7 +449,7 @@ void readList(Fields& top, Json& root, const char* key, Each&& each) {
     if (!list.is_array())
         throw ExchangeError(OdString::fromUtf8("'" + std::string(key) + "' is not a list"));
     for (size_t i = 0; i < list.size(); ++i) {
-        each(static_cast<const Json&>(list[i]), std::string(key) + "[" + std::to_string(i) + "]");
+        each(static_cast<const Json&>(list[i]), Place(key, i));
         list[i] = nullptr;
     }
 }
@@ -432,9 +461,9 @@ OdString objectName(Fields& fields) {
     return OdString::fromUtf8(name);
 }
 
-void addName(ExchangeDocument& doc, ObjectType type, const OdString& name, const std::string& where) {
+void addName(ExchangeDocument& doc, ObjectType type, const OdString& name, const Place& place) {
     if (!doc.names[type].insert(foldCase(name)).second)
-        throw ExchangeError(OdString::fromUtf8(where + ": the name " + quoted(utf8(name)) + " occurs twice in '" +
+        throw ExchangeError(OdString::fromUtf8(place.text() + ": the name " + quoted(utf8(name)) + " occurs twice in '" +
                                                exchangeKindKey(type) + "'"));
     ++doc.objectCount;
 }
@@ -444,7 +473,7 @@ Pattern readPattern(Fields& parent, const char* key) {
     const Json* value = parent.find(key);
     if (!value)
         return pattern;
-    Fields fields(*value, parent.where() + "." + key);
+    Fields fields(*value, Place(parent.place(), key));
     const std::string type = fields.text("type", "none");
     auto parsed = patternTypeFromName(type);
     if (!parsed)
@@ -474,7 +503,7 @@ std::optional<PhysicalValue> readPhysicalValue(Fields& parent, const char* key, 
     const Json* value = parent.find(key);
     if (!value)
         return std::nullopt;
-    Fields fields(*value, parent.where() + "." + key);
+    Fields fields(*value, Place(parent.place(), key));
     const Json& number = fields.required("value");
     if (!number.is_number())
         fields.failField("value", "is not a number");
@@ -488,7 +517,7 @@ std::optional<PhysicalValue> readPhysicalValue(Fields& parent, const char* key, 
 // Tags and custom values; custom properties are looked up in `scopes` (the scope each name
 // will have once imported).
 void readAnnotations(Fields& fields, AnnotatedObject& object,
-                     const std::function<QcSmartPtr<CustomProperty>(const std::string&, const std::string&)>& property) {
+                     const std::function<QcSmartPtr<CustomProperty>(const std::string&, const Place&)>& property) {
     if (const Json* tags = fields.find("tags")) {
         if (!tags->is_array())
             fields.failField("tags", "is not a list");
@@ -504,7 +533,7 @@ void readAnnotations(Fields& fields, AnnotatedObject& object,
         for (auto it = values->begin(); it != values->end(); ++it) {
             if (!it->is_string())
                 fields.failField("customValues", "holds a value of " + quoted(it.key()) + " that is not a text");
-            QcSmartPtr<CustomProperty> p = property(it.key(), fields.where());
+            QcSmartPtr<CustomProperty> p = property(it.key(), fields.place());
             if (!p->appliesTo(object.objectType()))
                 fields.fail("has a value of the custom property " + quoted(it.key()) + ", which does not apply to its kind");
             object.set_custom_value(p, OdString::fromUtf8(it->get<std::string>()));
@@ -522,7 +551,7 @@ public:
         if (!format || !format->is_string() || format->get<std::string>() != kFormatName)
             throw ExchangeError(OdString::fromUtf8(std::string("The document is not a library exchange document (its "
                                                                "'format' is not '") + kFormatName + "')"));
-        Fields top(m_root, "The document");
+        Fields top(m_root, Place("The document"));
         top.find("format");
         const Json& version = top.required("version");
         if (!version.is_number_integer() || version.get<int64_t>() < 1)
@@ -538,36 +567,36 @@ public:
         m_doc.description = top.optionalText("description");
 
         for (int k = 0; k < 4; ++k)
-            readList(top, m_root, kindKey(kNamedKinds[k]), [&](const Json& value, const std::string& where) {
+            readList(top, m_root, kindKey(kNamedKinds[k]), [&](const Json& value, const Place& place) {
                 if (!value.is_string() || value.get<std::string>().empty())
-                    throw ExchangeError(OdString::fromUtf8(where + " is not a name"));
+                    throw ExchangeError(OdString::fromUtf8(place.text() + " is not a name"));
                 const OdString name = OdString::fromUtf8(value.get<std::string>());
-                addName(m_doc, kNamedKinds[k], name, where);
+                addName(m_doc, kNamedKinds[k], name, place);
                 m_doc.named[k].push_back(createNamed(kNamedKinds[k], name));
             });
-        readList(top, m_root, kindKey(kCustomProperty), [&](const Json& value, const std::string& where) {
-            Fields fields(value, where);
+        readList(top, m_root, kindKey(kCustomProperty), [&](const Json& value, const Place& place) {
+            Fields fields(value, place);
             const OdString name = objectName(fields);
             const std::string scope = fields.text("appliesTo", "any");
             auto type = scopeFromName(scope);
             if (!type)
                 fields.failField("appliesTo", "names no kind of object: " + quoted(scope));
             fields.finish();
-            addName(m_doc, kCustomProperty, name, where);
+            addName(m_doc, kCustomProperty, name, place);
             m_doc.properties.push_back(CustomProperty::create(name, *type));
         });
         // Names first: materials may be listed after the compositions that use them.
         prepareNames(kMaterial);
         prepareNames(kComposition);
-        readList(top, m_root, "materials", [&](const Json& value, const std::string& where) { readMaterial(value, where); });
-        readList(top, m_root, "compositions", [&](const Json& value, const std::string& where) { readComposition(value, where); });
+        readList(top, m_root, "materials", [&](const Json& value, const Place& place) { readMaterial(value, place); });
+        readList(top, m_root, "compositions", [&](const Json& value, const Place& place) { readComposition(value, place); });
         top.finish();
         return std::move(m_doc);
     }
 
 private:
     void prepareNames(ObjectType type) {
-        const std::string key = exchangeKindKey(type);
+        const char* key = kindKey(type);
         auto list = m_root.find(key);
         if (list == m_root.end() || !list->is_array())
             return;
@@ -576,19 +605,18 @@ private:
             const Json& element = (*list)[i];
             auto name = element.is_object() ? element.find("name") : element.end();
             if (name != element.end() && name->is_string() && !name->get_ref<const std::string&>().empty())
-                addName(m_doc, type, OdString::fromUtf8(name->get_ref<const std::string&>()),
-                        key + "[" + std::to_string(i) + "]");
+                addName(m_doc, type, OdString::fromUtf8(name->get_ref<const std::string&>()), Place(key, i));
         }
     }
 
     // A reference by name to an object of `type` that the document or the library must hold.
-    void requireTarget(ObjectType type, const std::string& name, const std::string& where) {
+    void requireTarget(ObjectType type, const std::string& name, const Place& place) {
         if (name.empty())
-            throw ExchangeError(OdString::fromUtf8(where + " refers to an object without a name"));
+            throw ExchangeError(OdString::fromUtf8(place.text() + " refers to an object without a name"));
         const OdString odName = OdString::fromUtf8(name);
         if (m_doc.names[type].count(foldCase(odName)) || m_library.isNameUsed(type, odName))
             return;
-        throw ExchangeError(OdString::fromUtf8(where + " refers to " + quoted(name) + " in '" + exchangeKindKey(type) +
+        throw ExchangeError(OdString::fromUtf8(place.text() + " refers to " + quoted(name) + " in '" + exchangeKindKey(type) +
                                                "', which is neither in the document nor in the library"));
     }
 
@@ -597,13 +625,13 @@ private:
         auto name = fields.optionalText(key);
         if (!name)
             return QcSmartPtr<T>();
-        requireTarget(T::kType, *name, fields.where() + "." + key);
+        requireTarget(T::kType, *name, Place(fields.place(), key));
         return T::create(OdString::fromUtf8(*name));
     }
 
     // The custom property of that name as it will be once imported: the library's when it has
     // one (shared by name), else the document's.
-    QcSmartPtr<CustomProperty> property(const std::string& name, const std::string& where) {
+    QcSmartPtr<CustomProperty> property(const std::string& name, const Place& place) {
         const OdString odName = OdString::fromUtf8(name);
         const std::wstring folded = foldCase(odName);
         auto known = m_properties.find(folded);
@@ -614,7 +642,7 @@ private:
             if (sameName((*it)->name(), odName))
                 found = *it;
         if (!found) {
-            requireTarget(kCustomProperty, name, where + ".customValues");  // throws: it is nowhere
+            requireTarget(kCustomProperty, name, Place(place, "customValues"));  // throws: it is nowhere
             throw ConsistencyError(OdString(L"Custom property not found"));
         }
         m_properties.emplace(folded, found);
@@ -622,15 +650,15 @@ private:
     }
 
     void readTags(Fields& fields, AnnotatedObject& object) {
-        readAnnotations(fields, object, [&](const std::string& n, const std::string& w) { return property(n, w); });
+        readAnnotations(fields, object, [&](const std::string& n, const Place& p) { return property(n, p); });
         for (const auto& tag : object.tags())
-            requireTarget(kTag, utf8(tag->name()), fields.where() + ".tags");
+            requireTarget(kTag, utf8(tag->name()), Place(fields.place(), "tags"));
     }
 
-    void readMaterial(const Json& value, const std::string& where) {
-        Fields named(value, where);
+    void readMaterial(const Json& value, const Place& place) {
+        Fields named(value, place);
         auto material = Material::create(objectName(named));
-        named.setWhere(where + " " + quoted(utf8(material->name())));
+        named.setName(named.text("name"));
         material->set_description(OdString::fromUtf8(named.text("description")));
         material->set_comments(OdString::fromUtf8(named.text("comments")));
         material->set_type(namedTarget<MaterialType>(named, "class"));
@@ -638,7 +666,7 @@ private:
         material->set_pattern(kSectionView, readPattern(named, "sectionPattern"));
         material->set_pattern(kElevationView, readPattern(named, "elevationPattern"));
         if (const Json* value = named.find("bim")) {
-            Fields b(*value, named.where() + ".bim");
+            Fields b(*value, Place(named.place(), "bim"));
             BimAsset* bim = material->bim_asset(true);
             bim->set_layer(namedTarget<Layer>(b, "sectionLayer"));
             bim->set_layer_elevation(namedTarget<Layer>(b, "elevationLayer"));
@@ -660,7 +688,7 @@ private:
             b.finish();
         }
         if (const Json* value = named.find("information")) {
-            Fields i(*value, named.where() + ".information");
+            Fields i(*value, Place(named.place(), "information"));
             InformationAsset* info = material->information_asset(true);
             info->set_classification(OdString::fromUtf8(i.text("classification")));
             if (auto code = i.optionalText("uniqueCode"))
@@ -675,7 +703,7 @@ private:
             i.finish();
         }
         if (const Json* value = named.find("physical")) {
-            Fields p(*value, named.where() + ".physical");
+            Fields p(*value, Place(named.place(), "physical"));
             PhysicalAsset* physical = material->physical_asset(true);
             if (auto v = readPhysicalValue(p, "density", PhysicalQuantity::kDensity))
                 physical->set_density(v->value, v->unit);
@@ -690,10 +718,10 @@ private:
         m_doc.materials.push_back(material);
     }
 
-    void readComposition(const Json& value, const std::string& where) {
-        Fields named(value, where);
+    void readComposition(const Json& value, const Place& place) {
+        Fields named(value, place);
         auto composition = Composition::create(objectName(named));
-        named.setWhere(where + " " + quoted(utf8(composition->name())));
+        named.setName(named.text("name"));
         composition->set_description(OdString::fromUtf8(named.text("description")));
         composition->set_comments(OdString::fromUtf8(named.text("comments")));
         uint32_t baseType = Composition::kWall;
@@ -715,9 +743,9 @@ private:
             if (!plies->is_array())
                 named.failField("plies", "is not a list");
             for (size_t i = 0; i < plies->size(); ++i) {
-                Fields p((*plies)[i], named.where() + ".plies[" + std::to_string(i) + "]");
+                Fields p((*plies)[i], Place(named.place(), "plies", i));
                 const std::string material = p.requiredText("material");
-                requireTarget(kMaterial, material, p.where() + ".material");
+                requireTarget(kMaterial, material, Place(p.place(), "material"));
                 const Json& thickness = p.required("thickness");
                 if (!thickness.is_number())
                     p.failField("thickness", "is not a number");
