@@ -171,7 +171,7 @@ void Floor::saveMaterials(const std::vector<MaterialRecord>& records) {
         sqlite3_bind_text(insert, 36, r.manufacturer.data(), int(r.manufacturer.size()), SQLITE_STATIC);
         sqlite3_bind_int(insert, 40, 1);
         sqlite3_bind_double(insert, 41, r.density);
-        sqlite3_bind_text(insert, 42, "kg/m^3", -1, SQLITE_STATIC);
+        sqlite3_bind_text(insert, 42, "kg/m\u00B3", -1, SQLITE_STATIC);
         sqlite3_bind_null(insert, 43);
         sqlite3_bind_text(insert, 44, "", 0, SQLITE_STATIC);
         sqlite3_bind_null(insert, 45);
@@ -409,7 +409,7 @@ int64_t Floor::writeMaterialRow(const RawRow& row, int64_t replaceId) {
         sqlite3_bind_text(stmt, i, "", 0, SQLITE_STATIC);
     sqlite3_bind_int(stmt, 40, 1);
     sqlite3_bind_double(stmt, 41, 1000.0);
-    sqlite3_bind_text(stmt, 42, "kg/m^3", -1, SQLITE_STATIC);
+    sqlite3_bind_text(stmt, 42, "kg/m\u00B3", -1, SQLITE_STATIC);
     sqlite3_bind_null(stmt, 43);
     sqlite3_bind_text(stmt, 44, "", 0, SQLITE_STATIC);
     sqlite3_bind_null(stmt, 45);

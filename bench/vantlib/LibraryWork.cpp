@@ -15,7 +15,7 @@ QcSmartPtr<Material> toMaterial(const MaterialRecord& r) {
     InformationAsset* info = m->information_asset(true);
     info->set_unique_code(OdString::fromUtf8(r.uniqueCode));
     info->set_manufacturer(OdString::fromUtf8(r.manufacturer));
-    m->physical_asset(true)->set_density(r.density, OdString(L"kg/m^3"));
+    m->physical_asset(true)->set_density(r.density, OdString(L"kg/m\u00B3"));
     return m;
 }
 

@@ -26,6 +26,11 @@ namespace {
 const wxString kWindowKey = "StudioMainFrame";
 constexpr int kFirstLibraryCommandId = wxID_HIGHEST + 1000;
 constexpr int kLastLibraryCommandId = kFirstLibraryCommandId + 499;
+constexpr int kImportLibraryId = kLastLibraryCommandId + 1;
+constexpr int kExportLibraryId = kLastLibraryCommandId + 2;
+// File menu entries that a module provides as commands of these names.
+const wxString kImportLibraryCommand = "import-library";
+const wxString kExportLibraryCommand = "export-library";
 }  // namespace
 
 MainFrame::MainFrame(oa::OaApp& app, DrawingSession& session)
@@ -79,11 +84,20 @@ wxMenuBar* MainFrame::buildMenuBar() {
     file->Append(wxID_OPEN, _("&Open...\tCtrl+O"), _("Open a drawing"));
     file->Append(wxID_CLOSE, _("&Close Drawing"), _("Close the open drawing"));
     file->AppendSeparator();
+    file->Append(kImportLibraryId, _("&Import Library..."), _("Read a library exchange document into a library of the drawing"));
+    file->Append(kExportLibraryId, _("&Export Library..."), _("Write a library of the drawing as an exchange document"));
+    file->AppendSeparator();
     file->Append(wxID_EXIT, _("E&xit"));
     Bind(wxEVT_MENU, [this](wxCommandEvent&) { chooseAndOpenDrawing(); }, wxID_OPEN);
     Bind(wxEVT_MENU, [this](wxCommandEvent&) { closeDrawing(); }, wxID_CLOSE);
     Bind(wxEVT_MENU, [this](wxCommandEvent&) { Close(); }, wxID_EXIT);
     Bind(wxEVT_UPDATE_UI, [this](wxUpdateUIEvent& e) { e.Enable(m_session.database() != nullptr); }, wxID_CLOSE);
+    for (const auto& [id, command] : {std::make_pair(kImportLibraryId, kImportLibraryCommand),
+                                      std::make_pair(kExportLibraryId, kExportLibraryCommand)}) {
+        const wxString name = command;
+        Bind(wxEVT_MENU, [this, name](wxCommandEvent&) { m_app.runCommand(name); }, id);
+        Bind(wxEVT_UPDATE_UI, [this, name](wxUpdateUIEvent& e) { e.Enable(m_session.database() && hasCommand(name)); }, id);
+    }
 
     m_libraryMenu = new wxMenu;
     Bind(wxEVT_MENU, [this](wxCommandEvent& event) {
@@ -156,6 +170,13 @@ void MainFrame::refreshDrawingInfo() {
         SetStatusText(ca::unitsToString(db->getINSUNITS()), 1);
     }
     Layout();
+}
+
+bool MainFrame::hasCommand(const wxString& name) const {
+    for (const ca::Command& command : m_app.commands())
+        if (command.name == name)
+            return true;
+    return false;
 }
 
 void MainFrame::rebuildLibraryMenu() {

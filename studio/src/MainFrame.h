@@ -24,6 +24,8 @@ public:
     void closeDrawing();
     void refreshDrawingInfo();
     void rebuildLibraryMenu();
+    // True when a loaded module provides the command of that name.
+    bool hasCommand(const wxString& name) const;
     void showError(const wxString& message);
 
 private:

@@ -345,4 +345,61 @@ TEST_F(VlibTool, ShowPrintsACompositionsPliesAndItsThermalValues) {
     EXPECT_EQ(tag.exitCode, 2) << "show prints materials and compositions only";
 }
 
+TEST_F(VlibTool, ExportImportExportOfTheDemoLibrariesGivesIdenticalDocuments) {
+    for (const char* demoName : {"central-metric.vlib", "demo.vldwg"}) {
+        SCOPED_TRACE(demoName);
+        const std::string name(demoName);
+        const std::string first = scratch(name + ".json").string();
+        const std::string copy = scratch(name + ".copy.vlib").string();
+        const std::string second = scratch(name + ".copy.json").string();
+        const ToolRun exported = vlib({"export", demoFile(name).string(), first});
+        ASSERT_EQ(exported.exitCode, 0) << exported.err;
+        ASSERT_EQ(vlib({"create", copy}).exitCode, 0);
+        const ToolRun imported = vlib({"import", copy, first});
+        ASSERT_EQ(imported.exitCode, 0) << imported.err;
+        EXPECT_NE(imported.out.find("0 skipped, 0 overwritten, 0 renamed\n"), std::string::npos) << imported.out;
+        ASSERT_EQ(vlib({"export", copy, second}).exitCode, 0);
+        EXPECT_EQ(readBytes(second), readBytes(first));
+        EXPECT_GT(readBytes(first).size(), 1000u);
+        EXPECT_EQ(vlib({"check", copy}).exitCode, 0);
+    }
+}
+
+TEST_F(VlibTool, ImportReportsClashesAndConversionAndRefusesBadDocumentsWithoutWriting) {
+    const std::string document = scratch("project.json").string();
+    ASSERT_EQ(vlib({"export", demoFile("demo.vldwg").string(), document, "composition"}).exitCode, 0);
+    const std::string imperial = scratch("exchange-imperial.vlib").string();
+    ASSERT_EQ(vlib({"create", imperial, "--imperial"}).exitCode, 0);
+    const ToolRun converted = vlib({"import", imperial, document});
+    ASSERT_EQ(converted.exitCode, 0) << converted.err;
+    EXPECT_NE(converted.out.find("Lengths converted from millimeters to inches"), std::string::npos) << converted.out;
+    const ToolRun renamed = vlib({"import", imperial, document, "--on-clash", "rename"});
+    ASSERT_EQ(renamed.exitCode, 0) << renamed.err;
+    EXPECT_NE(renamed.out.find("compositions: 0 created, 0 skipped, 0 overwritten, " +
+                               std::to_string(vlib::demo::projectCompositions().size()) + " renamed"),
+              std::string::npos)
+        << renamed.out;
+
+    const std::string before = readBytes(imperial);
+    const std::string broken = scratch("broken.json").string();
+    writeBytes(broken, readBytes(document).substr(0, 200));
+    const ToolRun refused = vlib({"import", imperial, broken});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_NE(refused.err.find("not valid JSON"), std::string::npos) << refused.err;
+    EXPECT_NE(refused.err.find("nothing was imported"), std::string::npos) << refused.err;
+    EXPECT_EQ(readBytes(imperial), before);
+    EXPECT_EQ(vlib({"import", imperial, document, "--on-clash", "merge"}).exitCode, 2);
+}
+
+TEST_F(VlibTool, ImportCardsReadsTheSharedCardsAndCountsThem) {
+    const std::string library = scratch("cards.vlib").string();
+    ASSERT_EQ(vlib({"create", library}).exitCode, 0);
+    const ToolRun run = vlib({"import-cards", library, std::string(VL_TEST_DATA_DIR) + "/materials"});
+    ASSERT_EQ(run.exitCode, 0) << run.err;
+    EXPECT_NE(run.out.find("31 cards found, 31 read, 0 could not be read"), std::string::npos) << run.out;
+    // Three names occur in two cards each; the second of each is skipped.
+    EXPECT_NE(run.out.find("materials: 28 created, 3 skipped"), std::string::npos) << run.out;
+    EXPECT_EQ(fields(vlib({"info", library}).out)["materials"], "28");
+}
+
 }  // namespace

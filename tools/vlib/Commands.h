@@ -18,6 +18,9 @@ int checkCommand(const Words& args, std::ostream& out);
 int copyCommand(const Words& args, std::ostream& out);
 int recoverCommand(const Words& args, std::ostream& out);
 int demoCommand(const Words& args, std::ostream& out);
+int exportCommand(const Words& args, std::ostream& out);
+int importCommand(const Words& args, std::ostream& out);
+int importCardsCommand(const Words& args, std::ostream& out);
 
 void printUsage(std::ostream& out);
 // Runs the subcommand named by the first word.

@@ -20,6 +20,12 @@ void printUsage(std::ostream& out) {
            "                                      exit 1 when broken\n"
            "  copy SRC DST KIND NAME... [--on-clash skip|overwrite|rename]\n"
            "                                      copy named objects (and what they use) between libraries\n"
+           "  export FILE DOCUMENT.json [KIND...] write the library (or the objects of some kinds and what\n"
+           "                                      they use) as a JSON exchange document\n"
+           "  import FILE DOCUMENT.json [--on-clash skip|overwrite|rename]\n"
+           "                                      read a JSON exchange document into the library, all or nothing\n"
+           "  import-cards FILE PATH... [--on-clash skip|overwrite|rename]\n"
+           "                                      import material cards (.FCMat files, or folders holding them)\n"
            "  recover FILE                        finish the recovery of a library whose writer stopped midway\n"
            "  demo DIR                            write the demo drawing and its central library into DIR\n"
            "  help                                this text\n"
@@ -34,7 +40,8 @@ int dispatch(const Words& words, std::ostream& out) {
     static const std::map<std::string, Command> commands{
         {"create", createCommand}, {"info", infoCommand}, {"list", listCommand},
         {"check", checkCommand},   {"copy", copyCommand}, {"demo", demoCommand},
-        {"recover", recoverCommand}, {"show", showCommand},
+        {"recover", recoverCommand}, {"show", showCommand}, {"export", exportCommand}, {"import", importCommand},
+        {"import-cards", importCardsCommand},
     };
     if (words.empty())
         throw UsageError("no command given");

@@ -1,0 +1,38 @@
+// vlib import-cards LIBRARY PATH... [--on-clash skip|overwrite|rename]
+#include <ostream>
+
+#include <vantlib/MaterialCards.h>
+
+#include "Arguments.h"
+#include "Commands.h"
+#include "ExchangeReport.h"
+#include "LibraryFiles.h"
+#include "Progress.h"
+
+namespace vlib {
+
+int importCardsCommand(const Words& words, std::ostream& out) {
+    const Arguments args(words, {}, {"on-clash"});
+    args.requirePositional(2, "LIBRARY PATH...", true);
+    const std::string& libraryPath = args.positional()[0];
+    const vantlib::ClashAnswer answer = clashAnswerFromWord(args.value("on-clash", "skip"));
+    const std::vector<std::string> paths(args.positional().begin() + 1, args.positional().end());
+
+    const auto library = openLibrary(libraryPath, false);
+    if (library->isReadOnly())
+        throw std::runtime_error(libraryPath + ": library is read-only");
+    vantlib::CardImportReport report;
+    {
+        TerminalProgress progress("Importing");
+        report = vantlib::importMaterialCards(library, paths, answer,
+                                              [&](size_t done, size_t total) { progress(done, total); });
+    }
+    for (const auto& failure : report.failed)
+        out << failure.what() << " (card skipped)\n";
+    printImportReport(report.import, out);
+    out << report.cardsFound << (report.cardsFound == 1 ? " card" : " cards") << " found, " << report.imported.size()
+        << " read, " << report.failed.size() << " could not be read\n";
+    return 0;
+}
+
+}  // namespace vlib
