@@ -70,7 +70,7 @@ private:
     Decision decide(const Object& object) {
         Decision decision;
         ObjectType type = object.objectType();
-        decision.clash = m_target.findId(type, object.name());
+        decision.clash = m_target.findClash(object, object.name());
         if (decision.clash == 0)
             return decision;
         Library::Reactor* r = m_target.reactor();
@@ -82,9 +82,9 @@ private:
         Library::Reactor::ObjectInfo info(work, m_target.selfConst());
         decision.action = r->onObjectNotUnique(info);
         if (decision.action == kSaveRename) {
-            if (m_target.findId(type, work->name()))
+            if (m_target.findClash(*work, work->name()))
                 r->onObjectNotUniqueRename(info);
-            if (work->name().isEmpty() || m_target.findId(type, work->name())) {
+            if (work->name().isEmpty() || m_target.findClash(*work, work->name())) {
                 r->onObjectNotUniqueFail(info);
                 throw ObjectNotUnique(type, object.name());
             }

@@ -20,6 +20,15 @@ struct Vector2d {
     friend bool operator!=(const Vector2d& a, const Vector2d& b) { return !(a == b); }
 };
 
+// Finds a profile: the id of its profile name and its size.
+struct ProfileKey {
+    uint32_t nameId = 0;
+    OdString size;
+
+    ProfileKey() = default;
+    ProfileKey(uint32_t profileNameId, const OdString& sizeText) : nameId(profileNameId), size(sizeText) {}
+};
+
 // Trade a profile name serves; bit flags, so a query can ask for several at once.
 enum ProfileType : uint32_t {
     kProfileGeneric = 1,
@@ -29,6 +38,17 @@ enum ProfileType : uint32_t {
     kProfilePiping = 16,
     kProfileElectrical = 32,
     kAnyProfileType = 0xFFFFFFFFu,
+};
+
+// Finds a profile name: its text, the id of its standard (0: none) and its type.
+struct ProfileNameKey {
+    OdString name;
+    uint32_t standardId = 0;
+    ProfileType type = kProfileGeneric;
+
+    ProfileNameKey() = default;
+    ProfileNameKey(const OdString& nameText, uint32_t standard, ProfileType profileType)
+        : name(nameText), standardId(standard), type(profileType) {}
 };
 
 class ProfileStandard : public NamedObject<ProfileStandard, kProfileStandard> {

@@ -1,0 +1,242 @@
+// Rows of profile names and profiles. A profile's dimensions are one JSON object keyed by the
+// parameters' stored keys and a custom outline one JSON value, so a new shape needs no new
+// table or column; SQLite's JSON functions can still look inside both.
+#include "ProfileRows.h"
+
+#include <cctype>
+#include <cstring>
+
+#include <OdNumberText.h>
+
+#include <vantlib/Exception.h>
+
+namespace vantlib {
+
+namespace {
+
+std::string number(double value) {
+    std::string text;
+    for (wchar_t ch : OdNumberText::precise(value))
+        text += char(ch);
+    return text;
+}
+
+// A reader of the little JSON these columns hold: objects of numbers and arrays of numbers.
+class JsonReader {
+public:
+    explicit JsonReader(const std::string& text) : m_text(text) {}
+
+    bool consume(char ch) {
+        skipBlanks();
+        if (m_pos < m_text.size() && m_text[m_pos] == ch) {
+            ++m_pos;
+            return true;
+        }
+        return false;
+    }
+    bool peek(char ch) {
+        skipBlanks();
+        return m_pos < m_text.size() && m_text[m_pos] == ch;
+    }
+    bool readNumber(double& value) {
+        skipBlanks();
+        size_t end = m_pos;
+        while (end < m_text.size() && (std::isdigit((unsigned char)m_text[end]) || std::strchr("+-.eE", m_text[end])))
+            ++end;
+        if (end == m_pos)
+            return false;
+        const std::wstring digits(m_text.begin() + long(m_pos), m_text.begin() + long(end));
+        m_pos = end;
+        return OdNumberText::parse(digits, value);
+    }
+    bool readKey(std::string& key) {
+        if (!consume('"'))
+            return false;
+        const size_t end = m_text.find('"', m_pos);
+        if (end == std::string::npos)
+            return false;
+        key = m_text.substr(m_pos, end - m_pos);
+        m_pos = end + 1;
+        return consume(':');
+    }
+    bool atEnd() {
+        skipBlanks();
+        return m_pos == m_text.size();
+    }
+
+private:
+    void skipBlanks() {
+        while (m_pos < m_text.size() && std::isspace((unsigned char)m_text[m_pos]))
+            ++m_pos;
+    }
+    const std::string& m_text;
+    size_t m_pos = 0;
+};
+
+bool readLoop(JsonReader& reader, ProfileLoop& loop) {
+    if (!reader.consume('['))
+        return false;
+    if (reader.consume(']'))
+        return true;
+    do {
+        ProfileEdge edge;
+        if (!reader.consume('[') || !reader.readNumber(edge.start.x) || !reader.consume(',') ||
+            !reader.readNumber(edge.start.y) || !reader.consume(',') || !reader.readNumber(edge.bulge) ||
+            !reader.consume(']'))
+            return false;
+        loop.push_back(edge);
+    } while (reader.consume(','));
+    return reader.consume(']');
+}
+
+void writeLoop(const ProfileLoop& loop, std::string& json) {
+    json += '[';
+    for (size_t i = 0; i < loop.size(); ++i) {
+        if (i)
+            json += ',';
+        json += '[' + number(loop[i].start.x) + ',' + number(loop[i].start.y) + ',' + number(loop[i].bulge) + ']';
+    }
+    json += ']';
+}
+
+}  // namespace
+
+std::string parametersToJson(const Profile& profile) {
+    std::string json = "{";
+    // In the class's order, so equal profiles give equal text.
+    for (const ShapeParameterSpec& spec : profile.isA().parameters()) {
+        if (!profile.hasParameter(spec.id))
+            continue;
+        if (json.size() > 1)
+            json += ',';
+        json += std::string("\"") + spec.key + "\":" + number(profile.parameter(spec.id));
+    }
+    return json + "}";
+}
+
+bool parametersFromJson(const std::string& json, Profile& profile) {
+    JsonReader reader(json);
+    if (!reader.consume('{'))
+        return false;
+    if (!reader.consume('}')) {
+        do {
+            std::string key;
+            double value = 0.0;
+            if (!reader.readKey(key) || !reader.readNumber(value))
+                return false;
+            // A dimension this version does not know would be lost by the next save.
+            const ShapeParameterSpec* spec = profile.isA().parameter(key.c_str());
+            if (!spec)
+                return false;
+            profile.setParameter(spec->id, value);
+        } while (reader.consume(','));
+        if (!reader.consume('}'))
+            return false;
+    }
+    return reader.atEnd();
+}
+
+std::string geometryToJson(const ProfileGeometry& geometry) {
+    std::string json = "{\"outer\":";
+    writeLoop(geometry.outer, json);
+    json += ",\"holes\":[";
+    for (size_t i = 0; i < geometry.holes.size(); ++i) {
+        if (i)
+            json += ',';
+        writeLoop(geometry.holes[i], json);
+    }
+    return json + "]}";
+}
+
+bool geometryFromJson(const std::string& json, ProfileGeometry& geometry) {
+    JsonReader reader(json);
+    std::string key;
+    if (!reader.consume('{') || !reader.readKey(key) || key != "outer" || !readLoop(reader, geometry.outer) ||
+        !reader.consume(',') || !reader.readKey(key) || key != "holes" || !reader.consume('['))
+        return false;
+    if (!reader.consume(']')) {
+        do {
+            geometry.holes.emplace_back();
+            if (!readLoop(reader, geometry.holes.back()))
+                return false;
+        } while (reader.consume(','));
+        if (!reader.consume(']'))
+            return false;
+    }
+    return reader.consume('}') && reader.atEnd();
+}
+
+// ---- Profile names
+
+const std::vector<std::string>& profileNameColumns() {
+    static const std::vector<std::string> columns = {"name", "standard_id", "type"};
+    return columns;
+}
+
+bool readProfileNameRow(const Statement& row, Object& object) {
+    ProfileName& name = static_cast<ProfileName&>(object);
+    name.set_name(row.text(1));
+    const int64_t type = row.int64(3);
+    if (type <= 0 || type > int64_t(kProfileElectrical) * 2 - 1)
+        return false;
+    name.set_type(ProfileType(type));
+    return true;
+}
+
+void bindProfileNameRow(Statement& stmt, const Object& object) {
+    const ProfileName& name = static_cast<const ProfileName&>(object);
+    stmt.bind(1, name.Object::name()).bind(3, unsigned(name.type()));
+}
+
+// ---- Profiles
+
+const std::vector<std::string>& profileColumns() {
+    static const std::vector<std::string> columns = {"size",       "name_id",  "description", "material_id", "object_type",
+                                                     "has_offset", "offset_x", "offset_y",    "parameters",  "geometry"};
+    return columns;
+}
+
+QcSmartPtr<Object> createProfileFromRow(const Statement& row) {
+    const ProfileClass* profileClass = ProfileClass::byType(ObjectType(row.integer(5)));
+    return profileClass ? QcSmartPtr<Object>(profileClass->createEmpty().get()) : QcSmartPtr<Object>();
+}
+
+bool readProfileRow(const Statement& row, Object& object) {
+    Profile& profile = static_cast<Profile&>(object);
+    profile.set_size(row.text(1));
+    profile.set_description(row.text(3));
+    if (row.boolean(6))
+        profile.set_offset(Vector2d(row.real(7), row.real(8)));
+    if (!parametersFromJson(row.utf8(9), profile))
+        return false;
+    if (profile.objectType() == kCustomProfile) {
+        ProfileGeometry geometry;
+        if (!geometryFromJson(row.utf8(10), geometry))
+            return false;
+        if (!geometry.empty()) {
+            try {
+                static_cast<CustomProfile&>(profile).set_geometry(geometry);
+            } catch (const ConsistencyError&) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+void bindProfileRow(Statement& stmt, const Object& object) {
+    const Profile& profile = static_cast<const Profile&>(object);
+    stmt.bind(1, profile.size())
+        .bind(3, profile.description())
+        .bind(5, unsigned(profile.objectType()))
+        .bind(6, profile.has_offset() ? 1 : 0)
+        .bind(7, profile.offset().x)
+        .bind(8, profile.offset().y)
+        .bind(9, parametersToJson(profile));
+    if (profile.objectType() == kCustomProfile)
+        stmt.bind(10, geometryToJson(static_cast<const CustomProfile&>(profile).geometry()));
+    else
+        stmt.bindNull(10);
+}
+
+}  // namespace vantlib
