@@ -200,8 +200,14 @@ TEST_F(ProfileLibrary, RemovalIsRefusedWhileUsedAndCopyBringsStandardAndName) {
     EXPECT_EQ(W("S355"), copied->material()->name());
     EXPECT_EQ(15.0, static_cast<IShapeProfile&>(*copied).fillet_radius());
 
-    // A second profile of the same name reuses the target's name and standard.
-    target->copy<Profile>(library, {addI(ipe, W("300"), 300)->id()});
+    // A second profile of the same name reuses the target's name and standard without a
+    // question, while a clash of the profile itself is put to the reactor.
+    reactor.clashes.clear();
+    QcSmartPtr<Profile> ipe300 = addI(ipe, W("300"), 300);
+    IdMapping more = target->copy<Profile>(library, {ipe300->id(), stored->id()});
+    EXPECT_EQ(std::vector<OdString>{W("240")}, reactor.clashes);
+    EXPECT_EQ(IdMapping::kReused, more.find(ipe->key())->second.state);
+    EXPECT_EQ(IdMapping::kCopied, more.find(ipe300->key())->second.state);
     EXPECT_EQ(1u, target->count<ProfileName>());
     EXPECT_EQ(1u, target->count<ProfileStandard>());
     EXPECT_EQ(2u, target->count<Profile>());

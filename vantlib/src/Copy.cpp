@@ -25,6 +25,11 @@ public:
         uint32_t id = 0;
         if (known(object.key(), id))
             return id;
+        if (!primary && kind.reusedByCopies)
+            if (uint32_t existing = m_target.findClash(object, object.name())) {
+                m_mapping.set(object.key(), IdMapping::Value{existing, IdMapping::kReused});
+                return existing;
+            }
         Decision decision = decide(object);
         if (decision.action == kSaveSkip)
             return skip(object, decision.clash);

@@ -237,6 +237,7 @@ KindDescription profileNameKind() {
     kind.read = readProfileNameRow;
     kind.bind = bindProfileNameRow;
     kind.nameScope = {"standard_id"};
+    kind.reusedByCopies = true;
     kind.references.push_back(columnReference(
         kProfileStandard, "lib_profile_name", "standard_id", "ps",
         [](const Object& owner, std::vector<const Object*>& targets) {

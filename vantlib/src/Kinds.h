@@ -90,6 +90,9 @@ struct KindDescription {
     std::vector<std::string> nameScope;
     // The name may be empty (a profile without a size).
     bool allowEmptyName = false;
+    // A copy that brings an object of this kind along as a dependency uses the target's object
+    // of the same identity (name and scope) instead of raising a clash: profile names.
+    bool reusedByCopies = false;
     // Fills the object's own values from the row (id and library are set by the caller, and
     // so are referenced objects); false when the row holds values this version cannot
     // represent.
