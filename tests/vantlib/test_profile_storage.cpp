@@ -124,9 +124,22 @@ TEST_F(ProfileLibrary, SizeCriteriaIgnoreHowTheSizeIsWritten) {
 
     for (const char* written : {"100x10", "100 * 10", "90x10"})
         addI(ipe, W(written), 100);
+    addI(hea, W("100x10"), 96);
     std::vector<QcSmartPtr<Profile>> found;
     library->get(found, size);
+    EXPECT_EQ(3u, found.size());
+    ProfileCriteria ofIpe;
+    ofIpe.nameId = ipe->id();
+    ofIpe.size = size;
+    library->get(found, ofIpe);
     EXPECT_EQ(2u, found.size());
+    ofIpe.size = StringCriteria(W("90 X 10"), StringCriteria::kSize);
+    library->get(found, ofIpe);
+    ASSERT_EQ(1u, found.size());
+    EXPECT_EQ(W("90x10"), found[0]->size());
+    ofIpe.nameId = hea->id();
+    library->get(found, ofIpe);
+    EXPECT_TRUE(found.empty());
 }
 
 TEST_F(ProfileLibrary, PanelQueryCombinesTypeClassStandardNameAndText) {

@@ -192,6 +192,10 @@ void query(const LibraryStore& store, std::vector<QcSmartPtr<Profile>>& out, con
     out = store.loadProfiles(criteria);
 }
 
+void query(const LibraryStore& store, std::vector<QcSmartPtr<Profile>>& out, const ProfileCriteria& criteria) {
+    out = store.loadProfiles(criteria);
+}
+
 template <class T>
 void query(const LibraryStore& store, std::vector<QcSmartPtr<T>>& out, const StringCriteria& criteria) {
     downcastAll(out, store.loadNamed(T::kType, criteria));
@@ -347,6 +351,7 @@ VL_INSTANTIATE_KIND(TrapeziumProfile)
 VL_INSTANTIATE_KIND(CustomProfile)
 template QcSmartPtr<Profile> Library::get<Profile>(const ProfileKey&) const;
 template QcSmartPtr<ProfileName> Library::get<ProfileName>(const ProfileNameKey&) const;
+template void Library::get<Profile, ProfileCriteria>(std::vector<QcSmartPtr<Profile>>&, const ProfileCriteria&) const;
 template void Library::get<Profile, ProfilesPanelQuery>(std::vector<QcSmartPtr<Profile>>&, const ProfilesPanelQuery&) const;
 
 template void Library::get<Material, MaterialCriteria>(std::vector<QcSmartPtr<Material>>&, const MaterialCriteria&) const;

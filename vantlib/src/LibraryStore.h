@@ -125,6 +125,7 @@ public:
     std::vector<QcSmartPtr<Material>> loadMaterials(const MaterialCriteria& criteria) const;
     std::vector<QcSmartPtr<Composition>> loadCompositions(const CompositionCriteria& criteria) const;
     std::vector<QcSmartPtr<Profile>> loadProfiles(const ProfilesPanelQuery& query) const;
+    std::vector<QcSmartPtr<Profile>> loadProfiles(const ProfileCriteria& criteria) const;
     QcSmartPtr<Profile> loadProfile(const ProfileKey& key) const;
     QcSmartPtr<ProfileName> loadProfileName(const ProfileNameKey& key) const;
     unsigned count(ObjectType type) const;

@@ -383,6 +383,15 @@ std::vector<QcSmartPtr<Profile>> LibraryStore::loadProfiles(const ProfilesPanelQ
     return downcastAll<Profile>(queryKind(*this, *kind, profileFilter(*kind, query)));
 }
 
+std::vector<QcSmartPtr<Profile>> LibraryStore::loadProfiles(const ProfileCriteria& criteria) const {
+    const KindDescription& kind = describeKind(kConstructionProfile);
+    Filter filter;
+    if (criteria.nameId)
+        addIdCondition(filter, kind.column("name_id"), criteria.nameId);
+    addStringCondition(filter, kind.column(kind.nameColumn), criteria.size);
+    return downcastAll<Profile>(queryKind(*this, kind, filter));
+}
+
 QcSmartPtr<Profile> LibraryStore::loadProfile(const ProfileKey& key) const {
     const KindDescription& kind = describeKind(kConstructionProfile);
     Filter filter;

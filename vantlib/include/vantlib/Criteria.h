@@ -61,6 +61,13 @@ struct MaterialCriteria {
     TagMatch tagMatch = kAnyTag;
 };
 
+// Profiles of one profile name by their size.
+struct ProfileCriteria {
+    // Id of the profile name; 0 for profiles of any name.
+    uint32_t nameId = 0;
+    StringCriteria size;
+};
+
 // The profiles the profile editors list.
 struct ProfilesPanelQuery {
     // Profiles whose profile name has any of these type bits; kAnyProfileType for every one

@@ -6,7 +6,7 @@
 // CustomProperty, Material, Composition, ProfileStandard, ProfileName, Profile (every shape)
 // and each profile class. Criteria: StringCriteria and NameCriteria (on the name, every kind;
 // a profile's name is its size), MaterialCriteria (Material), CompositionCriteria
-// (Composition), ProfilesPanelQuery (Profile).
+// (Composition), ProfileCriteria and ProfilesPanelQuery (Profile).
 #include <memory>
 #include <set>
 #include <string>
