@@ -172,7 +172,7 @@ QcSmartPtr<Object> makeProfile(Library& library, ObjectType type, const OdString
     QcSmartPtr<Material> steel = library.get<Material>(NameKey(W("S355")));
     profile->set_material(steel ? steel : library.save(Material::create(W("S355"))));
     double value = 0.5;
-    for (const ShapeParameterSpec& p : shape->parameters())
+    for (const ShapeParameterInfo& p : shape->parameters())
         profile->setParameter(p.id, value += 10.125);
     if (type == kCustomProfile) {
         ProfileGeometry outline;

@@ -70,7 +70,7 @@ TEST_P(EveryShape, RequiredDimensionsReadZeroAndOptionalOnesAreAbsentUntilSet) {
     ASSERT_FALSE(shape.parameters().empty());
     std::set<std::string> keys;
     double value = 1.5;
-    for (const ShapeParameterSpec& p : shape.parameters()) {
+    for (const ShapeParameterInfo& p : shape.parameters()) {
         EXPECT_TRUE(keys.insert(p.key).second) << p.key;
         EXPECT_EQ(!p.optional, profile->hasParameter(p.id)) << p.key;
         EXPECT_EQ(0.0, profile->parameter(p.id)) << p.key;
@@ -79,8 +79,8 @@ TEST_P(EveryShape, RequiredDimensionsReadZeroAndOptionalOnesAreAbsentUntilSet) {
     }
     // A derived shape has every dimension of its base, optional where the base's is.
     if (const ProfileClass* base = shape.parent()) {
-        for (const ShapeParameterSpec& p : base->parameters()) {
-            const ShapeParameterSpec* inherited = shape.parameter(p.id);
+        for (const ShapeParameterInfo& p : base->parameters()) {
+            const ShapeParameterInfo* inherited = shape.parameter(p.id);
             ASSERT_TRUE(inherited) << p.key;
             EXPECT_EQ(p.optional, inherited->optional) << p.key;
         }
@@ -88,7 +88,7 @@ TEST_P(EveryShape, RequiredDimensionsReadZeroAndOptionalOnesAreAbsentUntilSet) {
 
     QcSmartPtr<Profile> copy = profile->cloneObject();
     value = 1.5;
-    for (const ShapeParameterSpec& p : shape.parameters()) {
+    for (const ShapeParameterInfo& p : shape.parameters()) {
         EXPECT_TRUE(copy->hasParameter(p.id));
         EXPECT_EQ(value, copy->parameter(p.id)) << p.key;
         copy->clearParameter(p.id);
@@ -113,10 +113,10 @@ INSTANTIATE_TEST_SUITE_P(Shapes, EveryShape, ::testing::ValuesIn(parametricShape
 // the has_ query follows it.
 #define EXPECT_ACCESSOR(profile, accessor)                                                  \
     do {                                                                                    \
-        const ShapeParameterSpec* spec = (profile)->isA().parameter(#accessor);             \
-        ASSERT_TRUE(spec) << #accessor;                                                     \
+        const ShapeParameterInfo* info = (profile)->isA().parameter(#accessor);             \
+        ASSERT_TRUE(info) << #accessor;                                                     \
         (profile)->set_##accessor(++value);                                                 \
-        EXPECT_EQ(value, (profile)->parameter(spec->id)) << #accessor;                      \
+        EXPECT_EQ(value, (profile)->parameter(info->id)) << #accessor;                      \
         EXPECT_EQ(value, (profile)->accessor()) << #accessor;                               \
         EXPECT_TRUE((profile)->has_##accessor()) << #accessor;                              \
         ++covered[(profile)->objectType()];                                                 \

@@ -21,23 +21,23 @@ QcSmartPtr<ProfileName> ProfileName::create(const QcSmartPtr<ProfileStandard>& s
 // ---- Class descriptors
 
 ProfileClass::ProfileClass(ObjectType type, const char* shortName, const char* cppName, const ProfileClass* parent,
-                           std::vector<ShapeParameterSpec> parameters, QcSmartPtr<Profile> (*create)())
+                           std::vector<ShapeParameterInfo> parameters, QcSmartPtr<Profile> (*create)())
     : m_type(type), m_shortName(shortName), m_cppName(cppName), m_parent(parent), m_parameters(std::move(parameters)),
       m_create(create) {}
 
 OdString ProfileClass::className() const { return OdString(L"vantlib::") + OdString::fromUtf8(m_cppName); }
 
-const ShapeParameterSpec* ProfileClass::parameter(ShapeParameter id) const {
-    for (const ShapeParameterSpec& spec : m_parameters)
-        if (spec.id == id)
-            return &spec;
+const ShapeParameterInfo* ProfileClass::parameter(ShapeParameter id) const {
+    for (const ShapeParameterInfo& info : m_parameters)
+        if (info.id == id)
+            return &info;
     return nullptr;
 }
 
-const ShapeParameterSpec* ProfileClass::parameter(const char* key) const {
-    for (const ShapeParameterSpec& spec : m_parameters)
-        if (std::strcmp(spec.key, key) == 0)
-            return &spec;
+const ShapeParameterInfo* ProfileClass::parameter(const char* key) const {
+    for (const ShapeParameterInfo& info : m_parameters)
+        if (std::strcmp(info.key, key) == 0)
+            return &info;
     return nullptr;
 }
 
@@ -302,35 +302,35 @@ OdString Profile::displayName() const {
     return text;
 }
 
-const ShapeParameterSpec& Profile::spec(ShapeParameter id) const {
-    if (const ShapeParameterSpec* found = isA().parameter(id))
+const ShapeParameterInfo& Profile::describe(ShapeParameter id) const {
+    if (const ShapeParameterInfo* found = isA().parameter(id))
         return *found;
     throw ConsistencyError(OdString::formatted(L"A profile of shape %s has no parameter %u", isA().shortName(),
                                                unsigned(id)));
 }
 
 double Profile::parameter(ShapeParameter id) const {
-    spec(id);
+    describe(id);
     auto found = m_parameters.find(id);
     return found == m_parameters.end() ? 0.0 : found->second;
 }
 
 void Profile::setParameter(ShapeParameter id, double value) {
-    spec(id);
+    describe(id);
     if (!std::isfinite(value))
-        throw ConsistencyError(OdString::formatted(L"A profile dimension must be a number (%s)", spec(id).key));
+        throw ConsistencyError(OdString::formatted(L"A profile dimension must be a number (%s)", describe(id).key));
     m_parameters[id] = value;
 }
 
 void Profile::clearParameter(ShapeParameter id) {
-    if (spec(id).optional)
+    if (describe(id).optional)
         m_parameters.erase(id);
     else
         m_parameters[id] = 0.0;
 }
 
 void Profile::initParameters() {
-    for (const ShapeParameterSpec& p : isA().parameters())
+    for (const ShapeParameterInfo& p : isA().parameters())
         if (!p.optional)
             m_parameters[p.id] = 0.0;
 }

@@ -104,12 +104,12 @@ void writeLoop(const ProfileLoop& loop, std::string& json) {
 std::string parametersToJson(const Profile& profile) {
     std::string json = "{";
     // In the class's order, so equal profiles give equal text.
-    for (const ShapeParameterSpec& spec : profile.isA().parameters()) {
-        if (!profile.hasParameter(spec.id))
+    for (const ShapeParameterInfo& info : profile.isA().parameters()) {
+        if (!profile.hasParameter(info.id))
             continue;
         if (json.size() > 1)
             json += ',';
-        json += std::string("\"") + spec.key + "\":" + number(profile.parameter(spec.id));
+        json += std::string("\"") + info.key + "\":" + number(profile.parameter(info.id));
     }
     return json + "}";
 }
@@ -125,10 +125,10 @@ bool parametersFromJson(const std::string& json, Profile& profile) {
             if (!reader.readKey(key) || !reader.readNumber(value))
                 return false;
             // A dimension this version does not know would be lost by the next save.
-            const ShapeParameterSpec* spec = profile.isA().parameter(key.c_str());
-            if (!spec)
+            const ShapeParameterInfo* info = profile.isA().parameter(key.c_str());
+            if (!info)
                 return false;
-            profile.setParameter(spec->id, value);
+            profile.setParameter(info->id, value);
         } while (reader.consume(','));
         if (!reader.consume('}'))
             return false;

@@ -83,7 +83,7 @@ private:
     ProfileType m_type = kProfileGeneric;
 };
 
-// Every dimension any shape has. The key (ShapeParameterSpec::key) is what libraries store,
+// Every dimension any shape has. The key (ShapeParameterInfo::key) is what libraries store,
 // so a parameter keeps its key once released.
 enum class ShapeParameter : uint32_t {
     kOverallDepth, kOverallWidth, kTopFlangeWidth, kWebThickness, kFlangeThickness, kTopFlangeThickness,
@@ -95,7 +95,7 @@ enum class ShapeParameter : uint32_t {
     kOuterFilletRadius, kRoundingRadius,
 };
 
-struct ShapeParameterSpec {
+struct ShapeParameterInfo {
     ShapeParameter id;
     const char* key;  // stored name, e.g. "overall_depth"
     // An optional parameter is absent until it is set; a required one reads 0 until then.
@@ -115,9 +115,9 @@ public:
     OdString className() const;
     // Null for the classes that extend Profile directly.
     const ProfileClass* parent() const { return m_parent; }
-    const std::vector<ShapeParameterSpec>& parameters() const { return m_parameters; }
-    const ShapeParameterSpec* parameter(ShapeParameter id) const;
-    const ShapeParameterSpec* parameter(const char* key) const;
+    const std::vector<ShapeParameterInfo>& parameters() const { return m_parameters; }
+    const ShapeParameterInfo* parameter(ShapeParameter id) const;
+    const ShapeParameterInfo* parameter(const char* key) const;
     // True for this class and every class that extends it.
     bool isBaseOf(const ProfileClass& other) const;
     // An empty profile of the class.
@@ -132,14 +132,14 @@ public:
     static const ProfileClass* byName(const OdString& name);
 
     ProfileClass(ObjectType type, const char* shortName, const char* cppName, const ProfileClass* parent,
-                 std::vector<ShapeParameterSpec> parameters, QcSmartPtr<Profile> (*create)());
+                 std::vector<ShapeParameterInfo> parameters, QcSmartPtr<Profile> (*create)());
 
 private:
     ObjectType m_type;
     const char* m_shortName;
     const char* m_cppName;
     const ProfileClass* m_parent;
-    std::vector<ShapeParameterSpec> m_parameters;
+    std::vector<ShapeParameterInfo> m_parameters;
     QcSmartPtr<Profile> (*m_create)();
 };
 
@@ -190,7 +190,7 @@ protected:
     void initParameters();
 
 private:
-    const ShapeParameterSpec& spec(ShapeParameter id) const;
+    const ShapeParameterInfo& describe(ShapeParameter id) const;
 
     QcSmartPtr<ProfileName> m_profileName;
     OdString m_description;
