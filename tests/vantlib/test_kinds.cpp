@@ -198,8 +198,9 @@ std::string profileSummary(const Object& object) {
         << nameOf(profile.material().get());
     if (profile.has_offset())
         out << " offset " << profile.offset().x << ',' << profile.offset().y;
-    for (const auto& parameter : profile.parameters())
-        out << ' ' << profile.isA().parameter(parameter.first)->key << '=' << parameter.second;
+    for (const ShapeParameterInfo& p : profile.isA().parameters())
+        if (profile.hasParameter(p.id))
+            out << ' ' << p.key << '=' << profile.parameter(p.id);
     if (profile.objectType() == kCustomProfile) {
         const ProfileGeometry& geometry = static_cast<const CustomProfile&>(profile).geometry();
         out << " outline";

@@ -23,7 +23,10 @@ QcSmartPtr<ProfileName> ProfileName::create(const QcSmartPtr<ProfileStandard>& s
 ProfileClass::ProfileClass(ObjectType type, const char* shortName, const char* cppName, const ProfileClass* parent,
                            std::vector<ShapeParameterInfo> parameters, QcSmartPtr<Profile> (*create)())
     : m_type(type), m_shortName(shortName), m_cppName(cppName), m_parent(parent), m_parameters(std::move(parameters)),
-      m_create(create) {}
+      m_create(create) {
+    if (m_parameters.size() > Profile::kMaxParameters)
+        throw ConsistencyError(OdString::formatted(L"Profile class %s has too many parameters", shortName));
+}
 
 OdString ProfileClass::className() const { return OdString(L"vantlib::") + OdString::fromUtf8(m_cppName); }
 
@@ -302,37 +305,48 @@ OdString Profile::displayName() const {
     return text;
 }
 
-const ShapeParameterInfo& Profile::describe(ShapeParameter id) const {
-    if (const ShapeParameterInfo* found = isA().parameter(id))
-        return *found;
+size_t Profile::slot(ShapeParameter id) const {
+    const std::vector<ShapeParameterInfo>& parameters = isA().parameters();
+    for (size_t i = 0; i < parameters.size(); ++i)
+        if (parameters[i].id == id)
+            return i;
     throw ConsistencyError(OdString::formatted(L"A profile of shape %s has no parameter %u", isA().shortName(),
                                                unsigned(id)));
 }
 
+bool Profile::hasParameter(ShapeParameter id) const {
+    const std::vector<ShapeParameterInfo>& parameters = isA().parameters();
+    for (size_t i = 0; i < parameters.size(); ++i)
+        if (parameters[i].id == id)
+            return (m_present >> i) & 1u;
+    return false;
+}
+
 double Profile::parameter(ShapeParameter id) const {
-    describe(id);
-    auto found = m_parameters.find(id);
-    return found == m_parameters.end() ? 0.0 : found->second;
+    const size_t i = slot(id);
+    return (m_present >> i) & 1u ? m_values[i] : 0.0;
 }
 
 void Profile::setParameter(ShapeParameter id, double value) {
-    describe(id);
+    const size_t i = slot(id);
     if (!std::isfinite(value))
-        throw ConsistencyError(OdString::formatted(L"A profile dimension must be a number (%s)", describe(id).key));
-    m_parameters[id] = value;
+        throw ConsistencyError(OdString::formatted(L"A profile dimension must be a number (%s)", isA().parameters()[i].key));
+    m_values[i] = value;
+    m_present |= 1u << i;
 }
 
 void Profile::clearParameter(ShapeParameter id) {
-    if (describe(id).optional)
-        m_parameters.erase(id);
-    else
-        m_parameters[id] = 0.0;
+    const size_t i = slot(id);
+    m_values[i] = 0.0;
+    if (isA().parameters()[i].optional)
+        m_present &= ~(1u << i);
 }
 
 void Profile::initParameters() {
-    for (const ShapeParameterInfo& p : isA().parameters())
-        if (!p.optional)
-            m_parameters[p.id] = 0.0;
+    const std::vector<ShapeParameterInfo>& parameters = isA().parameters();
+    for (size_t i = 0; i < parameters.size(); ++i)
+        if (!parameters[i].optional)
+            m_present |= 1u << i;
 }
 
 // ---- Custom outlines

@@ -3,8 +3,11 @@
 // table or column; SQLite's JSON functions can still look inside both.
 #include "ProfileRows.h"
 
+#include <algorithm>
 #include <cctype>
-#include <cstring>
+#include <charconv>
+#include <cmath>
+#include <string_view>
 
 #include <OdNumberText.h>
 
@@ -22,9 +25,10 @@ std::string number(double value) {
 }
 
 // A reader of the little JSON these columns hold: objects of numbers and arrays of numbers.
+// Numbers are read as C reads them, whatever the process locale.
 class JsonReader {
 public:
-    explicit JsonReader(const std::string& text) : m_text(text) {}
+    explicit JsonReader(std::string_view text) : m_text(text) {}
 
     bool consume(char ch) {
         skipBlanks();
@@ -34,26 +38,20 @@ public:
         }
         return false;
     }
-    bool peek(char ch) {
-        skipBlanks();
-        return m_pos < m_text.size() && m_text[m_pos] == ch;
-    }
     bool readNumber(double& value) {
         skipBlanks();
-        size_t end = m_pos;
-        while (end < m_text.size() && (std::isdigit((unsigned char)m_text[end]) || std::strchr("+-.eE", m_text[end])))
-            ++end;
-        if (end == m_pos)
+        const char* begin = m_text.data() + m_pos;
+        const auto [end, error] = std::from_chars(begin, m_text.data() + m_text.size(), value);
+        if (error != std::errc() || end == begin || !std::isfinite(value))
             return false;
-        const std::wstring digits(m_text.begin() + long(m_pos), m_text.begin() + long(end));
-        m_pos = end;
-        return OdNumberText::parse(digits, value);
+        m_pos += size_t(end - begin);
+        return true;
     }
-    bool readKey(std::string& key) {
+    bool readKey(std::string_view& key) {
         if (!consume('"'))
             return false;
         const size_t end = m_text.find('"', m_pos);
-        if (end == std::string::npos)
+        if (end == std::string_view::npos)
             return false;
         key = m_text.substr(m_pos, end - m_pos);
         m_pos = end + 1;
@@ -69,9 +67,15 @@ private:
         while (m_pos < m_text.size() && std::isspace((unsigned char)m_text[m_pos]))
             ++m_pos;
     }
-    const std::string& m_text;
+    std::string_view m_text;
     size_t m_pos = 0;
 };
+
+// The text of a column without copying it.
+std::string_view columnText(const Statement& row, int column) {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(row.handle(), column));
+    return text ? std::string_view(text, size_t(sqlite3_column_bytes(row.handle(), column))) : std::string_view();
+}
 
 bool readLoop(JsonReader& reader, ProfileLoop& loop) {
     if (!reader.consume('['))
@@ -114,21 +118,23 @@ std::string parametersToJson(const Profile& profile) {
     return json + "}";
 }
 
-bool parametersFromJson(const std::string& json, Profile& profile) {
+bool parametersFromJson(std::string_view json, Profile& profile) {
     JsonReader reader(json);
     if (!reader.consume('{'))
         return false;
+    const std::vector<ShapeParameterInfo>& known = profile.isA().parameters();
     if (!reader.consume('}')) {
         do {
-            std::string key;
+            std::string_view key;
             double value = 0.0;
             if (!reader.readKey(key) || !reader.readNumber(value))
                 return false;
             // A dimension this version does not know would be lost by the next save.
-            const ShapeParameterInfo* info = profile.isA().parameter(key.c_str());
-            if (!info)
+            auto found = std::find_if(known.begin(), known.end(),
+                                      [key](const ShapeParameterInfo& info) { return key == info.key; });
+            if (found == known.end())
                 return false;
-            profile.setParameter(info->id, value);
+            profile.setParameter(found->id, value);
         } while (reader.consume(','));
         if (!reader.consume('}'))
             return false;
@@ -148,9 +154,9 @@ std::string geometryToJson(const ProfileGeometry& geometry) {
     return json + "]}";
 }
 
-bool geometryFromJson(const std::string& json, ProfileGeometry& geometry) {
+bool geometryFromJson(std::string_view json, ProfileGeometry& geometry) {
     JsonReader reader(json);
-    std::string key;
+    std::string_view key;
     if (!reader.consume('{') || !reader.readKey(key) || key != "outer" || !readLoop(reader, geometry.outer) ||
         !reader.consume(',') || !reader.readKey(key) || key != "holes" || !reader.consume('['))
         return false;
@@ -207,11 +213,11 @@ bool readProfileRow(const Statement& row, Object& object) {
     profile.set_description(row.text(3));
     if (row.boolean(6))
         profile.set_offset(Vector2d(row.real(7), row.real(8)));
-    if (!parametersFromJson(row.utf8(9), profile))
+    if (!parametersFromJson(columnText(row, 9), profile))
         return false;
     if (profile.objectType() == kCustomProfile) {
         ProfileGeometry geometry;
-        if (!geometryFromJson(row.utf8(10), geometry))
+        if (!geometryFromJson(columnText(row, 10), geometry))
             return false;
         if (!geometry.empty()) {
             try {

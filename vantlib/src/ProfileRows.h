@@ -2,6 +2,7 @@
 // Rows of the profile kinds: their columns, how a row becomes an object and back, and the
 // JSON text of a profile's dimensions and custom outline.
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <vantlib/Profile.h>
@@ -22,8 +23,8 @@ void bindProfileRow(Statement& stmt, const Object& profile);
 
 std::string parametersToJson(const Profile& profile);
 // False for text that is not such an object or names a dimension the class lacks.
-bool parametersFromJson(const std::string& json, Profile& profile);
+bool parametersFromJson(std::string_view json, Profile& profile);
 std::string geometryToJson(const ProfileGeometry& geometry);
-bool geometryFromJson(const std::string& json, ProfileGeometry& geometry);
+bool geometryFromJson(std::string_view json, ProfileGeometry& geometry);
 
 }  // namespace vantlib

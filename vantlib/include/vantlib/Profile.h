@@ -3,7 +3,7 @@
 // to a profile name (such as "IPE"), which belongs to a standard (such as "EN 10365"); the
 // profile itself adds its size ("200"). Its section is one of sixteen parametric shapes or a
 // custom outline taken from drawing geometry.
-#include <map>
+#include <array>
 #include <vector>
 
 #include <vantlib/Material.h>
@@ -173,14 +173,16 @@ public:
 
     // Generic access to the shape's dimensions; a parameter the class lacks throws
     // ConsistencyError.
-    bool hasParameter(ShapeParameter id) const { return m_parameters.count(id) != 0; }
+    // False also for a parameter the class lacks.
+    bool hasParameter(ShapeParameter id) const;
     // 0 when absent.
     double parameter(ShapeParameter id) const;
     void setParameter(ShapeParameter id, double value);
     // Makes an optional parameter absent again; a required one returns to 0.
     void clearParameter(ShapeParameter id);
-    // The parameters present, by id.
-    const std::map<ShapeParameter, double>& parameters() const { return m_parameters; }
+
+    // Most dimensions a class may have.
+    static constexpr size_t kMaxParameters = 16;
 
     QcSmartPtr<Profile> cloneObject() const { return QcSmartPtr<Profile>(static_cast<Profile*>(cloneUnstored())); }
 
@@ -190,14 +192,18 @@ protected:
     void initParameters();
 
 private:
-    const ShapeParameterInfo& describe(ShapeParameter id) const;
+    // Position of the parameter in the class's list; throws ConsistencyError when it lacks it.
+    size_t slot(ShapeParameter id) const;
 
     QcSmartPtr<ProfileName> m_profileName;
     OdString m_description;
     QcSmartPtr<Material> m_material;
     Vector2d m_offset;
     bool m_hasOffset = false;
-    std::map<ShapeParameter, double> m_parameters;
+    // Values by position in the class's parameter list, and which of them are present: a
+    // list of profiles is read often and whole, so a profile holds no allocation of its own.
+    std::array<double, kMaxParameters> m_values{};
+    uint32_t m_present = 0;
 };
 
 // ---- The parametric shapes. Each class has create(name, size), desc() and, per dimension,
