@@ -135,8 +135,110 @@ ObjectKey plyReferrer(Library& library, const Object& target) {
     return library.save(sampleComposition(W("Uses material"), {material}))->key();
 }
 
+// ---- Profiles: every shape stored through the same table.
+
+QcSmartPtr<ProfileStandard> standard(const OdString& name) { return ProfileStandard::create(name); }
+
+QcSmartPtr<Object> makeProfileName(Library&, const OdString& name) {
+    return QcSmartPtr<Object>(ProfileName::create(standard(W("EN 10365")), name, kProfileStructuralSteel).get());
+}
+
+std::string profileNameSummary(const Object& object) {
+    const ProfileName& name = static_cast<const ProfileName&>(object);
+    return text(name.Object::name()) + " of " + nameOf(name.standard().get()) + " type " + std::to_string(name.type());
+}
+
+ObjectKey standardReferrer(Library& library, const Object& target) {
+    return library.save(ProfileName::create(standard(target.name()), W("Uses standard"), kProfileGeneric))->key();
+}
+
+ObjectKey profileNameReferrer(Library& library, const Object& target) {
+    QcSmartPtr<ProfileName> name = library.get<ProfileName>(target.id());
+    return library.save(QcSmartPtr<Profile>(IShapeProfile::create(name, W("Uses name")).get()))->key();
+}
+
+// A profile of the class with every dimension set (optional ones too), an offset, a material
+// of the library and, for a custom profile, an outline with a hole.
+QcSmartPtr<Object> makeProfile(Library& library, ObjectType type, const OdString& size) {
+    const ProfileClass* shape = ProfileClass::byType(type == kConstructionProfile ? kIShapeProfile : type);
+    QcSmartPtr<Profile> profile = shape->createEmpty();
+    QcSmartPtr<ProfileStandard> en = library.get<ProfileStandard>(NameKey(W("EN 10365")));
+    QcSmartPtr<ProfileName> he =
+        en ? library.get<ProfileName>(ProfileNameKey(W("HE"), en->id(), kProfileStructuralSteel)) : QcSmartPtr<ProfileName>();
+    profile->set_name(he ? he : library.save(ProfileName::create(standard(W("EN 10365")), W("HE"), kProfileStructuralSteel)));
+    profile->set_size(size);
+    profile->set_description(W("rolled, ") + size);
+    profile->set_offset(Vector2d(-12.5, 0.25));
+    QcSmartPtr<Material> steel = library.get<Material>(NameKey(W("S355")));
+    profile->set_material(steel ? steel : library.save(Material::create(W("S355"))));
+    double value = 0.5;
+    for (const ShapeParameterInfo& p : shape->parameters())
+        profile->setParameter(p.id, value += 10.125);
+    if (type == kCustomProfile) {
+        ProfileGeometry outline;
+        outline.outer = {ProfileEdge(Vector2d(0, 0)), ProfileEdge(Vector2d(100, 0), 0.4142135623730951),
+                         ProfileEdge(Vector2d(100, 60)), ProfileEdge(Vector2d(0, 60))};
+        outline.holes = {{ProfileEdge(Vector2d(40, 30), 1.0), ProfileEdge(Vector2d(60, 30), 1.0)}};
+        static_cast<CustomProfile&>(*profile).set_geometry(outline);
+    }
+    return QcSmartPtr<Object>(profile.get());
+}
+
+template <ObjectType Type>
+QcSmartPtr<Object> makeProfileOf(Library& library, const OdString& size) {
+    return makeProfile(library, Type, size);
+}
+
+std::string profileSummary(const Object& object) {
+    const Profile& profile = static_cast<const Profile&>(object);
+    std::ostringstream out;
+    out.precision(17);
+    out << profile.isA().shortName() << ' ' << text(profile.displayName()) << " type "
+        << (profile.name() ? int(profile.name()->type()) : -1) << " '" << text(profile.description()) << "' material "
+        << nameOf(profile.material().get());
+    if (profile.has_offset())
+        out << " offset " << profile.offset().x << ',' << profile.offset().y;
+    for (const ShapeParameterInfo& p : profile.isA().parameters())
+        if (profile.hasParameter(p.id))
+            out << ' ' << p.key << '=' << profile.parameter(p.id);
+    if (profile.objectType() == kCustomProfile) {
+        const ProfileGeometry& geometry = static_cast<const CustomProfile&>(profile).geometry();
+        out << " outline";
+        for (const auto* loop : {&geometry.outer}) {
+            for (const ProfileEdge& edge : *loop)
+                out << ' ' << edge.start.x << ',' << edge.start.y << ',' << edge.bulge;
+        }
+        for (const ProfileLoop& hole : geometry.holes) {
+            out << " hole";
+            for (const ProfileEdge& edge : hole)
+                out << ' ' << edge.start.x << ',' << edge.start.y << ',' << edge.bulge;
+        }
+    }
+    return out.str();
+}
+
 const std::vector<KindCase>& kindCases() {
     static const std::vector<KindCase> cases = {
+        {kProfileStandard, "ProfileStandard", named<ProfileStandard>, nameSummary, standardReferrer},
+        {kProfileName, "ProfileName", makeProfileName, profileNameSummary, profileNameReferrer},
+        {kConstructionProfile, "AnyProfile", makeProfileOf<kConstructionProfile>, profileSummary, nullptr},
+        {kAsymmetricIShapeProfile, "AsymmetricIShape", makeProfileOf<kAsymmetricIShapeProfile>, profileSummary, nullptr},
+        {kIShapeProfile, "IShape", makeProfileOf<kIShapeProfile>, profileSummary, nullptr},
+        {kLShapeProfile, "LShape", makeProfileOf<kLShapeProfile>, profileSummary, nullptr},
+        {kUShapeProfile, "UShape", makeProfileOf<kUShapeProfile>, profileSummary, nullptr},
+        {kCShapeProfile, "CShape", makeProfileOf<kCShapeProfile>, profileSummary, nullptr},
+        {kZShapeProfile, "ZShape", makeProfileOf<kZShapeProfile>, profileSummary, nullptr},
+        {kTShapeProfile, "TShape", makeProfileOf<kTShapeProfile>, profileSummary, nullptr},
+        {kCraneRailAShapeProfile, "CraneRailAShape", makeProfileOf<kCraneRailAShapeProfile>, profileSummary, nullptr},
+        {kCraneRailFShapeProfile, "CraneRailFShape", makeProfileOf<kCraneRailFShapeProfile>, profileSummary, nullptr},
+        {kCircleProfile, "Circle", makeProfileOf<kCircleProfile>, profileSummary, nullptr},
+        {kCircleHollowProfile, "CircleHollow", makeProfileOf<kCircleHollowProfile>, profileSummary, nullptr},
+        {kEllipseProfile, "Ellipse", makeProfileOf<kEllipseProfile>, profileSummary, nullptr},
+        {kRectangleProfile, "Rectangle", makeProfileOf<kRectangleProfile>, profileSummary, nullptr},
+        {kRectangleHollowProfile, "RectangleHollow", makeProfileOf<kRectangleHollowProfile>, profileSummary, nullptr},
+        {kRoundedRectangleProfile, "RoundedRectangle", makeProfileOf<kRoundedRectangleProfile>, profileSummary, nullptr},
+        {kTrapeziumProfile, "Trapezium", makeProfileOf<kTrapeziumProfile>, profileSummary, nullptr},
+        {kCustomProfile, "CustomShape", makeProfileOf<kCustomProfile>, profileSummary, nullptr},
         {kTag, "Tag", named<Tag>, nameSummary, tagReferrer},
         {kLayer, "Layer", named<Layer>, nameSummary, layerReferrer},
         {kMaterialType, "MaterialType", named<MaterialType>, nameSummary, classReferrer},
@@ -180,7 +282,7 @@ TEST(Kinds, EveryStoredKindHasATestCaseAndOtherKindsAreRefused) {
     TempDir dir;
     auto library = Library::create(dir.file("lib.vlib"), OdDb::kUnitsMillimeters);
     EXPECT_THROW(library->store().loadById(kPlyRecord, 1), ConsistencyError);
-    EXPECT_THROW(library->store().count(kFirstProfileShape), ConsistencyError);
+    EXPECT_THROW(library->store().count(kLastProfileShape), ConsistencyError);
     EXPECT_FALSE(library->store().exists(kBimAssetRecord, 1));
 }
 

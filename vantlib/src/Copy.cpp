@@ -25,6 +25,11 @@ public:
         uint32_t id = 0;
         if (known(object.key(), id))
             return id;
+        if (!primary && kind.reusedByCopies)
+            if (uint32_t existing = m_target.findClash(object, object.name())) {
+                m_mapping.set(object.key(), IdMapping::Value{existing, IdMapping::kReused});
+                return existing;
+            }
         Decision decision = decide(object);
         if (decision.action == kSaveSkip)
             return skip(object, decision.clash);
@@ -70,7 +75,7 @@ private:
     Decision decide(const Object& object) {
         Decision decision;
         ObjectType type = object.objectType();
-        decision.clash = m_target.findId(type, object.name());
+        decision.clash = m_target.findClash(object, object.name());
         if (decision.clash == 0)
             return decision;
         Library::Reactor* r = m_target.reactor();
@@ -82,9 +87,9 @@ private:
         Library::Reactor::ObjectInfo info(work, m_target.selfConst());
         decision.action = r->onObjectNotUnique(info);
         if (decision.action == kSaveRename) {
-            if (m_target.findId(type, work->name()))
+            if (m_target.findClash(*work, work->name()))
                 r->onObjectNotUniqueRename(info);
-            if (work->name().isEmpty() || m_target.findId(type, work->name())) {
+            if (work->name().isEmpty() || m_target.findClash(*work, work->name())) {
                 r->onObjectNotUniqueFail(info);
                 throw ObjectNotUnique(type, object.name());
             }

@@ -8,8 +8,10 @@
 #include <vantlib/Composition.h>
 #include <vantlib/Exception.h>
 #include <vantlib/Material.h>
+#include <vantlib/Profile.h>
 
 #include "LinkRows.h"
+#include "ProfileRows.h"
 #include "Rows.h"
 
 namespace vantlib {
@@ -222,6 +224,61 @@ KindDescription compositionKind() {
     return kind;
 }
 
+// ---- Profiles: standards (shared by name), profile names, and one table of profiles of every
+// shape, read as the kind of all profiles or as the kind of one shape.
+
+KindDescription profileNameKind() {
+    KindDescription kind;
+    kind.type = kProfileName;
+    kind.table = "lib_profile_name";
+    kind.alias = "pn";
+    kind.columns = profileNameColumns();
+    kind.create = createEmpty<ProfileName>;
+    kind.read = readProfileNameRow;
+    kind.bind = bindProfileNameRow;
+    kind.nameScope = {"standard_id"};
+    kind.reusedByCopies = true;
+    kind.references.push_back(columnReference(
+        kProfileStandard, "lib_profile_name", "standard_id", "ps",
+        [](const Object& owner, std::vector<const Object*>& targets) {
+            addIfPresent(static_cast<const ProfileName&>(owner).standard().get(), targets);
+        },
+        [](Object& owner, const QcSmartPtr<Object>& target) {
+            static_cast<ProfileName&>(owner).set_standard(as<ProfileStandard>(target));
+        }));
+    return kind;
+}
+
+const Profile& profile(const Object& object) { return static_cast<const Profile&>(object); }
+
+KindDescription profileKind(ObjectType type) {
+    KindDescription kind;
+    kind.type = type;
+    kind.family = kConstructionProfile;
+    kind.table = "lib_profile";
+    kind.alias = "p";
+    kind.nameColumn = "size";
+    kind.columns = profileColumns();
+    kind.createFromRow = createProfileFromRow;
+    kind.read = readProfileRow;
+    kind.bind = bindProfileRow;
+    if (type != kConstructionProfile)
+        kind.rowCondition = "p.object_type = " + std::to_string(unsigned(type));
+    kind.nameScope = {"name_id"};
+    kind.allowEmptyName = true;
+    KindReference name = columnReference(
+        kProfileName, "lib_profile", "name_id", "pn",
+        [](const Object& owner, std::vector<const Object*>& targets) { addIfPresent(profile(owner).name().get(), targets); },
+        [](Object& owner, const QcSmartPtr<Object>& target) { static_cast<Profile&>(owner).set_name(as<ProfileName>(target)); });
+    name.loadTarget = true;
+    kind.references.push_back(name);
+    kind.references.push_back(columnReference(
+        kMaterial, "lib_profile", "material_id", "pm",
+        [](const Object& owner, std::vector<const Object*>& targets) { addIfPresent(profile(owner).material().get(), targets); },
+        [](Object& owner, const QcSmartPtr<Object>& target) { static_cast<Profile&>(owner).set_material(as<Material>(target)); }));
+    return kind;
+}
+
 // ---- Derived SQL
 
 std::string joined(const std::vector<std::string>& parts, const char* separator) {
@@ -236,6 +293,8 @@ std::string joined(const std::vector<std::string>& parts, const char* separator)
 
 void derive(KindDescription& kind, const std::map<ObjectType, KindDescription>& all) {
     const std::string& a = kind.alias;
+    if (kind.family == kUnknownObject)
+        kind.family = kind.type;
     std::vector<std::string> selected{a + ".id"}, parameters, assignments, joins;
     for (size_t i = 0; i < kind.columns.size(); ++i) {
         selected.push_back(a + "." + kind.columns[i]);
@@ -272,8 +331,22 @@ void derive(KindDescription& kind, const std::map<ObjectType, KindDescription>& 
                   std::to_string(kind.columns.size() + 1);
     kind.remove = "DELETE FROM " + kind.table + " WHERE id = ?1";
     kind.findByName = "SELECT id FROM " + kind.table + " WHERE " + kind.nameColumn + " = ?1 AND id <> ?2";
-    kind.exists = "SELECT 1 FROM " + kind.table + " WHERE id = ?1";
-    kind.countAll = "SELECT count(*) FROM " + kind.table;
+    std::string scoped;
+    for (size_t s = 0; s < kind.nameScope.size(); ++s) {
+        size_t r = 0;
+        while (r < kind.references.size() &&
+               !(kind.references[r].isColumn() && kind.references[r].column == kind.nameScope[s]))
+            ++r;
+        if (r == kind.references.size())
+            throw ConsistencyError(OdString(L"A name scope must name a column reference of its kind"));
+        kind.scopeReferences.push_back(r);
+        scoped += " AND " + kind.nameScope[s] + " IS ?" + std::to_string(s + 3);
+    }
+    if (!kind.nameScope.empty())
+        kind.findScoped = "SELECT id FROM " + kind.table + " WHERE " + kind.nameColumn + " = ?1 AND id <> ?2" + scoped;
+    const std::string own = kind.rowCondition.empty() ? std::string() : " AND " + kind.rowCondition;
+    kind.exists = "SELECT 1 FROM " + kind.table + " " + a + " WHERE " + a + ".id = ?1" + own;
+    kind.countAll = "SELECT count(*) FROM " + kind.table + " " + a + kind.where();
 
     // Every place any kind keeps a reference to this one, each once.
     std::vector<std::pair<std::string, std::string>> places;
@@ -290,9 +363,10 @@ void derive(KindDescription& kind, const std::map<ObjectType, KindDescription>& 
     }
     if (!places.empty())
         kind.inUse = "SELECT 1 WHERE " + joined(exists, " OR ");
-    kind.unused = "SELECT id FROM " + kind.table;
+    kind.unused = "SELECT " + a + ".id FROM " + kind.table + " " + a + kind.where();
     if (!places.empty())
-        kind.unused += " WHERE id NOT IN (" + joined(used, " UNION ") + ")";
+        kind.unused += std::string(kind.rowCondition.empty() ? " WHERE " : " AND ") + a + ".id NOT IN (" +
+                       joined(used, " UNION ") + ")";
 }
 
 struct Registry {
@@ -306,8 +380,12 @@ struct Registry {
                                      nameOnlyKind(kLayer, "lib_layer", createEmpty<Layer>, true),
                                      nameOnlyKind(kMaterialType, "lib_material_type", createEmpty<MaterialType>, false),
                                      nameOnlyKind(kCompositionType, "lib_composition_type", createEmpty<CompositionType>, false),
-                                     customPropertyKind(), materialKind(), compositionKind()})
+                                     customPropertyKind(), materialKind(), compositionKind(),
+                                     nameOnlyKind(kProfileStandard, "lib_profile_standard", createEmpty<ProfileStandard>, false),
+                                     profileNameKind(), profileKind(kConstructionProfile)})
             kinds.emplace(kind.type, kind);
+        for (const ProfileClass* shape : ProfileClass::all())
+            kinds.emplace(shape->type(), profileKind(shape->type()));
         byType.resize(kinds.rbegin()->first + 1, nullptr);
         for (auto& entry : kinds) {
             derive(entry.second, kinds);

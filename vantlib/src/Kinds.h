@@ -58,6 +58,9 @@ struct KindReference {
     void (*set)(Object& owner, const QcSmartPtr<Object>& target) = nullptr;
     // Link references: their rows.
     const LinkRows* links = nullptr;
+    // Column references: the referenced object is read whole (with what it refers to) rather
+    // than as its name alone.
+    bool loadTarget = false;
     // Derived: the target kind is shared by name (KindDescription::nameOnly).
     bool targetNameOnly = false;
 
@@ -74,6 +77,22 @@ struct KindDescription {
     std::vector<std::string> columns;
     // An empty object of the kind.
     QcSmartPtr<Object> (*create)() = nullptr;
+    // For kinds whose rows hold objects of several classes: the empty object a row needs
+    // (null when this version does not know its class). Replaces `create` when reading.
+    QcSmartPtr<Object> (*createFromRow)(const Statement& row) = nullptr;
+    // Kinds sharing a table: the condition (over `alias`) on the rows of this kind, and the
+    // kind whose description spans every row of the table.
+    std::string rowCondition;
+    ObjectType family = kUnknownObject;
+    // Column references whose targets, with the name, identify an object: names are unique
+    // among the objects referring to the same targets (a profile's size within its profile
+    // name). Empty: names are unique in the kind.
+    std::vector<std::string> nameScope;
+    // The name may be empty (a profile without a size).
+    bool allowEmptyName = false;
+    // A copy that brings an object of this kind along as a dependency uses the target's object
+    // of the same identity (name and scope) instead of raising a clash: profile names.
+    bool reusedByCopies = false;
     // Fills the object's own values from the row (id and library are set by the caller, and
     // so are referenced objects); false when the row holds values this version cannot
     // represent.
@@ -99,6 +118,8 @@ struct KindDescription {
     std::string update;      // the id is bound after the columns
     std::string remove;
     std::string findByName;  // ?1 name, ?2 id to leave out
+    std::string findScoped;  // ?1 name, ?2 id to leave out, ?3.. the scope's target ids (NULL: none)
+    std::vector<size_t> scopeReferences;  // index in `references` of each nameScope column
     std::string exists;
     std::string countAll;
     std::string inUse;       // ?1 id; empty when no kind refers to this one
@@ -107,6 +128,8 @@ struct KindDescription {
     bool hasLinks = false;
 
     std::string column(const std::string& name) const { return alias + "." + name; }
+    // The WHERE clause restricting the table to this kind's rows; empty when it has all rows.
+    std::string where() const { return rowCondition.empty() ? std::string() : " WHERE " + rowCondition; }
     // The first reference to `target` (throws when there is none).
     const KindReference& referenceTo(ObjectType target) const;
 };

@@ -158,6 +158,10 @@ bool Library::isNameUsed(ObjectType type, const OdString& name, uint32_t exceptI
     return m_store->findId(type, name, exceptId) != 0;
 }
 
+bool Library::isNameUsed(const Object& object, const OdString& name, uint32_t exceptId) const {
+    return m_store->findClash(object, name, exceptId) != 0;
+}
+
 // ---- Typed operations
 
 template <class T>
@@ -170,7 +174,27 @@ QcSmartPtr<T> Library::get(const NameKey& name) const {
     return downcast<T>(m_store->loadByName(T::kType, name.name()));
 }
 
+template <class T>
+QcSmartPtr<T> Library::get(const ProfileKey& key) const {
+    static_assert(std::is_same_v<T, Profile>, "profile keys find profiles");
+    return m_store->loadProfile(key);
+}
+
+template <class T>
+QcSmartPtr<T> Library::get(const ProfileNameKey& key) const {
+    static_assert(std::is_same_v<T, ProfileName>, "profile name keys find profile names");
+    return m_store->loadProfileName(key);
+}
+
 namespace {
+
+void query(const LibraryStore& store, std::vector<QcSmartPtr<Profile>>& out, const ProfilesPanelQuery& criteria) {
+    out = store.loadProfiles(criteria);
+}
+
+void query(const LibraryStore& store, std::vector<QcSmartPtr<Profile>>& out, const ProfileCriteria& criteria) {
+    out = store.loadProfiles(criteria);
+}
 
 template <class T>
 void query(const LibraryStore& store, std::vector<QcSmartPtr<T>>& out, const StringCriteria& criteria) {
@@ -305,6 +329,30 @@ VL_INSTANTIATE_KIND(CompositionType)
 VL_INSTANTIATE_KIND(CustomProperty)
 VL_INSTANTIATE_KIND(Material)
 VL_INSTANTIATE_KIND(Composition)
+VL_INSTANTIATE_KIND(ProfileStandard)
+VL_INSTANTIATE_KIND(ProfileName)
+VL_INSTANTIATE_KIND(Profile)
+VL_INSTANTIATE_KIND(AsymmetricIShapeProfile)
+VL_INSTANTIATE_KIND(IShapeProfile)
+VL_INSTANTIATE_KIND(LShapeProfile)
+VL_INSTANTIATE_KIND(UShapeProfile)
+VL_INSTANTIATE_KIND(CShapeProfile)
+VL_INSTANTIATE_KIND(ZShapeProfile)
+VL_INSTANTIATE_KIND(TShapeProfile)
+VL_INSTANTIATE_KIND(CraneRailAShapeProfile)
+VL_INSTANTIATE_KIND(CraneRailFShapeProfile)
+VL_INSTANTIATE_KIND(CircleProfile)
+VL_INSTANTIATE_KIND(CircleHollowProfile)
+VL_INSTANTIATE_KIND(EllipseProfile)
+VL_INSTANTIATE_KIND(RectangleProfile)
+VL_INSTANTIATE_KIND(RectangleHollowProfile)
+VL_INSTANTIATE_KIND(RoundedRectangleProfile)
+VL_INSTANTIATE_KIND(TrapeziumProfile)
+VL_INSTANTIATE_KIND(CustomProfile)
+template QcSmartPtr<Profile> Library::get<Profile>(const ProfileKey&) const;
+template QcSmartPtr<ProfileName> Library::get<ProfileName>(const ProfileNameKey&) const;
+template void Library::get<Profile, ProfileCriteria>(std::vector<QcSmartPtr<Profile>>&, const ProfileCriteria&) const;
+template void Library::get<Profile, ProfilesPanelQuery>(std::vector<QcSmartPtr<Profile>>&, const ProfilesPanelQuery&) const;
 
 template void Library::get<Material, MaterialCriteria>(std::vector<QcSmartPtr<Material>>&, const MaterialCriteria&) const;
 template void Library::list<Material, MaterialCriteria>(std::vector<ObjectSummary>&, const MaterialCriteria&) const;

@@ -3,6 +3,7 @@
 #include <vantlib/Exception.h>
 #include <vantlib/LibraryManager.h>
 
+#include "LibraryAccess.h"
 #include "LibraryFile.h"
 #include "Schema.h"
 #include "Text.h"
@@ -200,6 +201,40 @@ void LibraryStore::forgetName(ObjectType type, uint32_t id) {
 uint32_t LibraryStore::findId(ObjectType type, const OdString& name, uint32_t exceptId) const {
     Statement& stmt = statement(describeKind(type).findByName);
     stmt.bind(1, name).bind(2, exceptId);
+    uint32_t id = stmt.step() ? stmt.id(0) : 0;
+    stmt.reset();
+    return id;
+}
+
+uint32_t LibraryStore::findClash(const Object& object, const OdString& name, uint32_t exceptId) const {
+    const KindDescription& kind = describeKind(object.objectType());
+    if (kind.nameScope.empty())
+        return findId(kind.type, name, exceptId);
+    // The scope's targets as this library knows them; a target it lacks means no clash.
+    std::vector<uint32_t> scope;
+    std::vector<const Object*> targets;
+    for (size_t r : kind.scopeReferences) {
+        const KindReference& reference = kind.references[r];
+        targets.clear();
+        reference.collect(object, targets);
+        uint32_t id = 0;
+        if (!targets.empty()) {
+            const Object& target = *targets.front();
+            if (target.id() != 0 && LibraryAccess::belongsTo(target, m_owner))
+                id = target.id();
+            else if (reference.targetNameOnly)
+                id = target.name().isEmpty() ? 0 : findId(reference.target, target.name());
+            else
+                id = findClash(target, target.name());
+            if (id == 0)
+                return 0;
+        }
+        scope.push_back(id);
+    }
+    Statement& stmt = statement(kind.findScoped);
+    stmt.bind(1, name).bind(2, exceptId);
+    for (size_t i = 0; i < scope.size(); ++i)
+        stmt.bindRef(int(i + 3), scope[i]);
     uint32_t id = stmt.step() ? stmt.id(0) : 0;
     stmt.reset();
     return id;

@@ -108,6 +108,10 @@ public:
     // ---- Names
     // Id of the object of that kind and name (case-insensitive), 0 when none.
     uint32_t findId(ObjectType type, const OdString& name, uint32_t exceptId = 0) const;
+    // Id of the object other than `exceptId` that an object of that name would clash with:
+    // one of the same kind and name, and for kinds with a name scope, referring to the same
+    // scope targets (which are looked up here, never created). 0 when none.
+    uint32_t findClash(const Object& object, const OdString& name, uint32_t exceptId = 0) const;
     bool exists(ObjectType type, uint32_t id) const;
     // Id of the object of a name-only kind that has the name of `object`, stored as a copy of
     // `object` when missing. `created` tells which happened.
@@ -120,6 +124,10 @@ public:
     std::vector<QcSmartPtr<Object>> loadNamed(ObjectType type, const StringCriteria& name) const;
     std::vector<QcSmartPtr<Material>> loadMaterials(const MaterialCriteria& criteria) const;
     std::vector<QcSmartPtr<Composition>> loadCompositions(const CompositionCriteria& criteria) const;
+    std::vector<QcSmartPtr<Profile>> loadProfiles(const ProfilesPanelQuery& query) const;
+    std::vector<QcSmartPtr<Profile>> loadProfiles(const ProfileCriteria& criteria) const;
+    QcSmartPtr<Profile> loadProfile(const ProfileKey& key) const;
+    QcSmartPtr<ProfileName> loadProfileName(const ProfileNameKey& key) const;
     unsigned count(ObjectType type) const;
     // The same selections as list rows (id, name, depiction), ordered by name.
     std::vector<ObjectSummary> listNamed(ObjectType type, const StringCriteria& name) const;

@@ -227,6 +227,7 @@ bool StringCriteria::matches(const OdString& candidate) const {
     case kAny: return true;
     case kEquals: return sameName(candidate, m_text);
     case kContains: return foldCase(candidate).find(foldCase(m_text)) != std::wstring::npos;
+    case kSize: return sizeKey(candidate) == sizeKey(m_text);
     }
     return false;
 }

@@ -2,6 +2,7 @@
 // number of queries however many objects it holds: the rows, then the link rows (tags, custom
 // values, plies) of all of them at once.
 #include <algorithm>
+#include <map>
 #include <optional>
 
 #include <vantlib/Exception.h>
@@ -51,6 +52,10 @@ void addStringCondition(Filter& filter, const std::string& column, const StringC
         filter.add("instr(lower(" + column + "), lower(?)) > 0");
         filter.text(textToUtf8(criteria.text()));
         return;
+    case StringCriteria::kSize:
+        filter.add(sizeKeySql(column) + " = ?");
+        filter.text(textToUtf8(OdString(sizeKey(criteria.text()))));
+        return;
     }
 }
 
@@ -97,10 +102,49 @@ void reportLoadFailure(const LibraryStore& store, ObjectType type, uint32_t id, 
         r->onLoadFailed(store.selfConst(), ObjectKey(type, id), name);
 }
 
-std::vector<QcSmartPtr<Object>> queryKind(const LibraryStore& store, const KindDescription& kind, const Filter& filter) {
-    // Link rows are read by further queries, which must see the same state as the rows.
+// Replaces the name-only stand-ins of references read whole (KindReference::loadTarget) by
+// the referenced objects, each read once for the whole result.
+void loadReferencedObjects(const LibraryStore& store, const KindDescription& kind,
+                           const std::vector<Object*>& objects, const std::vector<std::vector<uint32_t>>& targetIds) {
+    for (size_t r = 0; r < kind.references.size(); ++r) {
+        const KindReference& reference = kind.references[r];
+        if (!reference.loadTarget)
+            continue;
+        std::set<unsigned> ids;
+        for (const auto& row : targetIds)
+            if (row[r])
+                ids.insert(row[r]);
+        std::map<uint32_t, QcSmartPtr<Object>> targets;
+        for (const QcSmartPtr<Object>& target : store.loadByIds(reference.target, ids))
+            targets.emplace(target->id(), target);
+        for (size_t i = 0; i < objects.size(); ++i) {
+            auto found = targets.find(targetIds[i][r]);
+            if (found != targets.end())
+                reference.set(*objects[i], found->second);
+        }
+    }
+}
+
+bool readsWholeTargets(const KindDescription& kind) {
+    return std::any_of(kind.references.begin(), kind.references.end(),
+                       [](const KindReference& reference) { return reference.loadTarget; });
+}
+
+// The filter with the kind's own row condition (kinds sharing a table).
+Filter ownRows(const KindDescription& kind, const Filter& filter) {
+    Filter own = filter;
+    if (!kind.rowCondition.empty())
+        own.add(kind.rowCondition);
+    return own;
+}
+
+std::vector<QcSmartPtr<Object>> queryKind(const LibraryStore& store, const KindDescription& kind, const Filter& given) {
+    const Filter filter = ownRows(kind, given);
+    // Link rows and whole referenced objects are read by further queries, which must see the
+    // same state as the rows.
+    const bool wholeTargets = readsWholeTargets(kind);
     std::optional<LibraryStore::ReadScope> snapshot;
-    if (kind.hasLinks)
+    if (kind.hasLinks || wholeTargets)
         snapshot.emplace(store);
     Statement& rows = store.statement(kind.select + filter.where + " ORDER BY " + kind.alias + ".id");
     filter.bindTo(rows);
@@ -108,14 +152,18 @@ std::vector<QcSmartPtr<Object>> queryKind(const LibraryStore& store, const KindD
     const int firstReferenceName = int(kind.columns.size()) + 1;
     std::vector<QcSmartPtr<Object>> result;
     std::vector<Object*> objects;
+    std::vector<std::vector<uint32_t>> targetIds;
     std::set<unsigned> ids;
     while (rows.step()) {
-        QcSmartPtr<Object> object = kind.create();
-        LibraryAccess::bind(*object, rows.id(0), library);
-        if (!kind.read(rows, *object)) {
+        QcSmartPtr<Object> object = kind.createFromRow ? kind.createFromRow(rows) : kind.create();
+        if (object)
+            LibraryAccess::bind(*object, rows.id(0), library);
+        if (!object || !kind.read(rows, *object)) {
             reportLoadFailure(store, kind.type, rows.id(0), rows.text(1));
             continue;
         }
+        if (wholeTargets)
+            targetIds.emplace_back(kind.references.size(), 0u);
         int nameColumn = firstReferenceName;
         for (size_t r = 0; r < kind.references.size(); ++r) {
             const KindReference& reference = kind.references[r];
@@ -123,10 +171,14 @@ std::vector<QcSmartPtr<Object>> queryKind(const LibraryStore& store, const KindD
                 continue;
             const int idColumn = kind.referenceParameter[r];
             if (!rows.isNull(idColumn) && !rows.isNull(nameColumn)) {
-                QcSmartPtr<Object> target = describeKind(reference.target).create();
-                target->set_name(rows.text(nameColumn));
-                LibraryAccess::bind(*target, rows.id(idColumn), library);
-                reference.set(*object, target);
+                if (reference.loadTarget) {
+                    targetIds.back()[r] = rows.id(idColumn);
+                } else {
+                    QcSmartPtr<Object> target = describeKind(reference.target).create();
+                    target->set_name(rows.text(nameColumn));
+                    LibraryAccess::bind(*target, rows.id(idColumn), library);
+                    reference.set(*object, target);
+                }
             }
             ++nameColumn;
         }
@@ -136,6 +188,8 @@ std::vector<QcSmartPtr<Object>> queryKind(const LibraryStore& store, const KindD
         result.push_back(std::move(object));
     }
     rows.reset();
+    if (wholeTargets)
+        loadReferencedObjects(store, kind, objects, targetIds);
     if (!kind.hasLinks || result.empty())
         return result;
 
@@ -180,6 +234,48 @@ Filter compositionFilter(const KindDescription& kind, const CompositionCriteria&
     return filter;
 }
 
+// A reference column equal to `id`; 0 stands for no reference.
+void addIdCondition(Filter& filter, const std::string& column, uint32_t id) {
+    if (id == 0) {
+        filter.add(column + " IS NULL");
+        return;
+    }
+    filter.add(column + " = ?");
+    filter.number(id);
+}
+
+// The kind a profile query reads (the class's, or all profiles'); null for an unknown class.
+const KindDescription* profileQueryKind(const ProfilesPanelQuery& query) {
+    if (query.className.isEmpty())
+        return &describeKind(kConstructionProfile);
+    const ProfileClass* profileClass = ProfileClass::byName(query.className);
+    return profileClass ? &describeKind(profileClass->type()) : nullptr;
+}
+
+Filter profileFilter(const KindDescription& kind, const ProfilesPanelQuery& query) {
+    Filter filter;
+    const std::string& name = kind.referenceTo(kProfileName).joinAlias;
+    if (query.type != kAnyProfileType) {
+        filter.add("(" + name + ".type & ?) <> 0");
+        filter.number(int64_t(query.type));
+    }
+    if (!query.standards.empty()) {
+        std::string in;
+        for (const OdString& standard : query.standards) {
+            in += in.empty() ? "?" : ", ?";
+            filter.text(textToUtf8(standard));
+        }
+        filter.add(name + ".standard_id IN (SELECT id FROM lib_profile_standard WHERE name IN (" + in + "))");
+    }
+    addStringCondition(filter, name + ".name", query.name);
+    addStringCondition(filter,
+                       "coalesce((SELECT s.name || ' ' FROM lib_profile_standard s WHERE s.id = " + name +
+                           ".standard_id), '') || coalesce(" + name + ".name || ' ', '') || " + kind.column("size") +
+                           " || ' ' || " + kind.column("description"),
+                       query.text);
+    return filter;
+}
+
 // The values of columns first..first+count-1 side by side as bytes: numbers as they are stored,
 // texts ended by a zero, so that equal values give equal bytes without formatting anything.
 void appendRawValues(const Statement& row, int first, int count, std::string& out) {
@@ -203,7 +299,8 @@ void appendRawValues(const Statement& row, int first, int count, std::string& ou
 
 // The rows of a list: id, name and depiction only, in the order lists show them (by name,
 // letter case ignored, which the name column's collation and index give for free).
-std::vector<ObjectSummary> listKind(const LibraryStore& store, const KindDescription& kind, const Filter& filter) {
+std::vector<ObjectSummary> listKind(const LibraryStore& store, const KindDescription& kind, const Filter& given) {
+    const Filter filter = ownRows(kind, given);
     Statement& rows = store.statement(kind.listSelect + filter.where + " ORDER BY " + kind.column(kind.nameColumn) +
                                       ", " + kind.column("id"));
     filter.bindTo(rows);
@@ -277,6 +374,42 @@ std::vector<QcSmartPtr<Material>> LibraryStore::loadMaterials(const MaterialCrit
 std::vector<QcSmartPtr<Composition>> LibraryStore::loadCompositions(const CompositionCriteria& criteria) const {
     const KindDescription& kind = describeKind(kComposition);
     return downcastAll<Composition>(queryKind(*this, kind, compositionFilter(kind, criteria)));
+}
+
+std::vector<QcSmartPtr<Profile>> LibraryStore::loadProfiles(const ProfilesPanelQuery& query) const {
+    const KindDescription* kind = profileQueryKind(query);
+    if (!kind)
+        return {};
+    return downcastAll<Profile>(queryKind(*this, *kind, profileFilter(*kind, query)));
+}
+
+std::vector<QcSmartPtr<Profile>> LibraryStore::loadProfiles(const ProfileCriteria& criteria) const {
+    const KindDescription& kind = describeKind(kConstructionProfile);
+    Filter filter;
+    if (criteria.nameId)
+        addIdCondition(filter, kind.column("name_id"), criteria.nameId);
+    addStringCondition(filter, kind.column(kind.nameColumn), criteria.size);
+    return downcastAll<Profile>(queryKind(*this, kind, filter));
+}
+
+QcSmartPtr<Profile> LibraryStore::loadProfile(const ProfileKey& key) const {
+    const KindDescription& kind = describeKind(kConstructionProfile);
+    Filter filter;
+    addIdCondition(filter, kind.column("name_id"), key.nameId);
+    addStringCondition(filter, kind.column(kind.nameColumn), StringCriteria().equals(key.size));
+    auto found = queryKind(*this, kind, filter);
+    return found.empty() ? QcSmartPtr<Profile>() : QcSmartPtr<Profile>(static_cast<Profile*>(found.front().get()));
+}
+
+QcSmartPtr<ProfileName> LibraryStore::loadProfileName(const ProfileNameKey& key) const {
+    const KindDescription& kind = describeKind(kProfileName);
+    Filter filter;
+    addStringCondition(filter, kind.column("name"), StringCriteria().equals(key.name));
+    addIdCondition(filter, kind.column("standard_id"), key.standardId);
+    filter.add(kind.column("type") + " = ?");
+    filter.number(int64_t(key.type));
+    auto found = queryKind(*this, kind, filter);
+    return found.empty() ? QcSmartPtr<ProfileName>() : QcSmartPtr<ProfileName>(static_cast<ProfileName*>(found.front().get()));
 }
 
 std::vector<ObjectSummary> LibraryStore::listNamed(ObjectType type, const StringCriteria& name) const {

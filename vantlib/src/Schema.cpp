@@ -99,6 +99,39 @@ CREATE TRIGGER lib_composition_drop AFTER DELETE ON lib_composition BEGIN
 END;
 )SQL";
 
+// Version 2 adds construction profiles: standards, profile names and one table for profiles
+// of every shape. A profile is identified by its profile name and its size; its dimensions
+// and custom outline are JSON text, so a new shape adds no table.
+const char* const kSchemaV2 = R"SQL(
+CREATE TABLE lib_profile_standard(id INTEGER PRIMARY KEY, name TEXT NOT NULL COLLATE NOCASE UNIQUE CHECK(name <> ''));
+CREATE TABLE lib_profile_name(
+    id INTEGER PRIMARY KEY,
+    name TEXT NOT NULL COLLATE NOCASE CHECK(name <> ''),
+    standard_id INTEGER REFERENCES lib_profile_standard(id),
+    type INTEGER NOT NULL DEFAULT 1);
+CREATE UNIQUE INDEX lib_profile_name_key ON lib_profile_name(standard_id, name);
+CREATE INDEX lib_profile_name_name ON lib_profile_name(name);
+CREATE TABLE lib_profile(
+    id INTEGER PRIMARY KEY,
+    size TEXT NOT NULL COLLATE NOCASE DEFAULT '',
+    name_id INTEGER REFERENCES lib_profile_name(id),
+    description TEXT NOT NULL DEFAULT '',
+    material_id INTEGER REFERENCES lib_material(id),
+    object_type INTEGER NOT NULL,
+    has_offset INTEGER NOT NULL DEFAULT 0,
+    offset_x REAL NOT NULL DEFAULT 0,
+    offset_y REAL NOT NULL DEFAULT 0,
+    parameters TEXT NOT NULL DEFAULT '{}',
+    geometry TEXT);
+CREATE UNIQUE INDEX lib_profile_key ON lib_profile(name_id, size);
+CREATE INDEX lib_profile_size ON lib_profile(size);
+CREATE INDEX lib_profile_type ON lib_profile(object_type);
+CREATE INDEX lib_profile_material ON lib_profile(material_id);
+)SQL";
+
+// The step from version v to v + 1, at index v - 1.
+const char* const kMigrationSteps[] = {kSchemaV2};
+
 int queryInt(sqlite3* db, const char* sql) {
     Statement stmt(db, sql);
     return stmt.step() ? stmt.integer(0) : 0;
@@ -108,6 +141,7 @@ int queryInt(sqlite3* db, const char* sql) {
 
 void createSchema(sqlite3* db, const OdString& guid, OdDb::UnitsValue unit) {
     execute(db, kSchemaV1);
+    execute(db, kSchemaV2);
     Statement meta(db, "INSERT INTO lib_meta(key, value) VALUES (?1, ?2)");
     meta.reset().bind(1, std::string("guid")).bind(2, guid).run();
     meta.reset().bind(1, std::string("unit")).bind(2, std::to_string(int(unit))).run();
@@ -116,10 +150,11 @@ void createSchema(sqlite3* db, const OdString& guid, OdDb::UnitsValue unit) {
 }
 
 void migrateSchema(sqlite3* db, int fromVersion) {
-    // Each step takes a library from version v to v + 1. Version 1 is the first one, so
-    // there is nothing to do yet; later versions append their steps here.
-    for (int version = fromVersion; version < Library::kSchemaVersion; ++version) {
-    }
+    static_assert(sizeof(kMigrationSteps) / sizeof(kMigrationSteps[0]) == Library::kSchemaVersion - 1,
+                  "one migration step per schema version after the first");
+    // Each step takes a library from version v to v + 1; the caller holds the transaction.
+    for (int version = fromVersion; version < Library::kSchemaVersion; ++version)
+        execute(db, kMigrationSteps[version - 1]);
     execute(db, ("PRAGMA user_version = " + std::to_string(Library::kSchemaVersion)).c_str());
 }
 

@@ -18,7 +18,7 @@ bool Library::Reactor::ObjectInfo::tryName(const OdString& name) {
     if (name.isEmpty() || !m_target)
         return false;
     uint32_t except = LibraryAccess::belongsTo(*m_object, m_target.get()) ? m_object->id() : 0;
-    if (m_target->isNameUsed(type(), name, except))
+    if (m_target->isNameUsed(*m_object, name, except))
         return false;
     m_object->set_name(name);
     return true;

@@ -85,4 +85,18 @@ bool sameName(const OdString& a, const OdString& b) {
     return true;
 }
 
+std::wstring sizeKey(const OdString& size) {
+    std::wstring key;
+    for (wchar_t ch : foldCase(size)) {
+        if (ch == L' ' || ch == L'\t')
+            continue;
+        key += (ch == L'*' || ch == L'\u00D7') ? L'x' : ch;
+    }
+    return key;
+}
+
+std::string sizeKeySql(const std::string& column) {
+    return "replace(replace(replace(replace(lower(" + column + "), ' ', ''), char(9), ''), '*', 'x'), char(215), 'x')";
+}
+
 }  // namespace vantlib

@@ -16,4 +16,10 @@ std::string textToUtf8(const OdString& text);
 std::wstring foldCase(const OdString& text);
 bool sameName(const OdString& a, const OdString& b);
 
+// A profile size as StringCriteria::kSize compares it: folded, without blanks, with "*" and
+// the multiplication sign as "x". sizeKeySql gives the SQL expression that does
+// the same to a column.
+std::wstring sizeKey(const OdString& size);
+std::string sizeKeySql(const std::string& column);
+
 }  // namespace vantlib

@@ -24,7 +24,7 @@ ReferenceIds LibraryStore::resolveReferences(const KindDescription& kind, const 
                 if (target->id() != 0 && LibraryAccess::belongsTo(*target, m_owner))
                     id = target->id();
                 else
-                    id = findId(reference.target, target->name());
+                    id = findClash(*target, target->name());
                 if (id == 0 || !exists(reference.target, id))
                     throw ConsistencyError(OdString::formatted(L"'%ls', which '%ls' refers to, is not in the library",
                                                                target->name().c_str(), object.name().c_str()));
@@ -38,7 +38,7 @@ ReferenceIds LibraryStore::resolveReferences(const KindDescription& kind, const 
 uint32_t LibraryStore::writeObject(const Object& object, uint32_t targetId, const ReferenceIds* referenceIds) {
     requireWritable();
     const KindDescription& kind = describeKind(object.objectType());
-    if (object.name().isEmpty())
+    if (object.name().isEmpty() && !kind.allowEmptyName)
         throw ConsistencyError(OdString(L"An object needs a name to be stored"));
     ReferenceIds resolved;
     if (!referenceIds) {
@@ -72,8 +72,8 @@ QcSmartPtr<Object> LibraryStore::saveObject(const Object& object, bool* skipped)
         *skipped = false;
     requireWritable();
     ObjectType type = object.objectType();
-    describeKind(type);  // refuses kinds that are not stored
-    if (object.name().isEmpty())
+    const KindDescription& kind = describeKind(type);  // refuses kinds that are not stored
+    if (object.name().isEmpty() && !kind.allowEmptyName)
         throw ConsistencyError(OdString(L"An object needs a name to be stored"));
 
     WriteScope scope(*this);
@@ -85,7 +85,7 @@ QcSmartPtr<Object> LibraryStore::saveObject(const Object& object, bool* skipped)
     }
     // The clash question may rename the object: work on a copy so the caller's stays as given.
     QcSmartPtr<Object> work = LibraryAccess::exactCopy(object);
-    if (uint32_t clash = findId(type, work->name(), targetId)) {
+    if (uint32_t clash = findClash(*work, work->name(), targetId)) {
         Library::Reactor* r = reactor();
         if (!r)
             throw ObjectNotUnique(type, work->name());
@@ -94,9 +94,9 @@ QcSmartPtr<Object> LibraryStore::saveObject(const Object& object, bool* skipped)
         if (resolution == kSaveOverwrite) {
             targetId = clash;
         } else if (resolution == kSaveRename) {
-            if (findId(type, work->name(), targetId))
+            if (findClash(*work, work->name(), targetId))
                 r->onObjectNotUniqueRename(info);
-            if (work->name().isEmpty() || findId(type, work->name(), targetId)) {
+            if (work->name().isEmpty() || findClash(*work, work->name(), targetId)) {
                 r->onObjectNotUniqueFail(info);
                 throw ObjectNotUnique(type, object.name());
             }
@@ -104,7 +104,8 @@ QcSmartPtr<Object> LibraryStore::saveObject(const Object& object, bool* skipped)
             scope.commit();
             if (skipped)
                 *skipped = true;
-            return loadById(type, clash);
+            // The existing object may be of another class of the same family.
+            return loadById(kind.family, clash);
         }
     }
 

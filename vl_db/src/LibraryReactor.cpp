@@ -5,6 +5,7 @@
 #include <vantlib/vantlib.h>
 
 #include <vl_db/DocumentLibraries.h>
+#include <vl_db/Profiles.h>
 
 #include "LibraryOpening.h"
 
@@ -18,6 +19,10 @@ OdString nameOf(const vantlib::Library& library, uint32_t id) {
     return object ? object->name() : OdString();
 }
 
+bool isProfileType(vantlib::ObjectType type) {
+    return type >= vantlib::kConstructionProfile && type <= vantlib::kLastProfileShape;
+}
+
 // Entities may refer to an object by name only, so the name is needed besides the id.
 OdString objectName(const vantlib::Library& library, const vantlib::ObjectKey& key) {
     switch (key.type) {
@@ -28,8 +33,13 @@ OdString objectName(const vantlib::Library& library, const vantlib::ObjectKey& k
     case vantlib::kTag: return nameOf<vantlib::Tag>(library, key.id);
     case vantlib::kLayer: return nameOf<vantlib::Layer>(library, key.id);
     case vantlib::kCustomProperty: return nameOf<vantlib::CustomProperty>(library, key.id);
-    default: return OdString();
+    default: break;
     }
+    if (isProfileType(key.type)) {
+        const QcSmartPtr<vantlib::Profile> profile = library.get<vantlib::Profile>(key.id);
+        return profile ? fullProfileName(*profile) : OdString();
+    }
+    return OdString();
 }
 
 bool sameLibrary(const std::shared_ptr<const vantlib::Library>& a, const std::shared_ptr<const vantlib::Library>& b) {
@@ -49,6 +59,8 @@ vantlib::RemoveResolution LibraryReactor::onRemove(const std::shared_ptr<const v
                                                    const vantlib::ObjectKey& key) {
     if (!library)
         return vantlib::kRemoveAllow;
+    // Entities refer to a profile of any shape as a construction profile.
+    const vantlib::ObjectType referenced = isProfileType(key.type) ? vantlib::kConstructionProfile : key.type;
     OdString name;
     bool nameKnown = false;
     for (DocumentLibraries* libs : openDocLibs()) {
@@ -57,13 +69,13 @@ vantlib::RemoveResolution LibraryReactor::onRemove(const std::shared_ptr<const v
             const auto bound = kind == kDbProject ? libs->primary() : libs->secondary();
             if (!sameLibrary(bound, library))
                 continue;
-            if (!db->entitiesReferencing(key.type, int32_t(kind), key.id).empty())
+            if (!db->entitiesReferencing(referenced, int32_t(kind), key.id).empty())
                 return vantlib::kRemoveVeto;
             if (!nameKnown) {
                 name = objectName(*library, key);
                 nameKnown = true;
             }
-            if (!name.isEmpty() && !db->entitiesReferencing(key.type, int32_t(kind), name).empty())
+            if (!name.isEmpty() && !db->entitiesReferencing(referenced, int32_t(kind), name).empty())
                 return vantlib::kRemoveVeto;
         }
     }

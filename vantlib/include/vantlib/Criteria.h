@@ -1,10 +1,12 @@
 #pragma once
 // Query criteria. A default-constructed criterion matches every object of the kind.
+#include <set>
 #include <vector>
 
 #include <OdString.h>
 
 #include <vantlib/Composition.h>
+#include <vantlib/Profile.h>
 
 namespace vantlib {
 
@@ -15,6 +17,9 @@ public:
         kAny = 0,       // every text
         kEquals = 1,
         kContains = 2,
+        // Sizes written differently that mean the same: blanks ignored and "*" or the
+        // multiplication sign read as "x" ("100 x 10", "100X10" and "100*10" match).
+        kSize = 4,
     };
 
     StringCriteria() = default;
@@ -54,6 +59,29 @@ struct MaterialCriteria {
     // Required tags by name; empty means no tag condition.
     std::vector<OdString> tags;
     TagMatch tagMatch = kAnyTag;
+};
+
+// Profiles of one profile name by their size.
+struct ProfileCriteria {
+    // Id of the profile name; 0 for profiles of any name.
+    uint32_t nameId = 0;
+    StringCriteria size;
+};
+
+// The profiles the profile editors list.
+struct ProfilesPanelQuery {
+    // Profiles whose profile name has any of these type bits; kAnyProfileType for every one
+    // (also those without a profile name).
+    ProfileType type = kAnyProfileType;
+    // "vantlib::IShapeProfile" (or "vantlib::IShape"): profiles of that class only, not of the
+    // classes that extend it. Empty for every class; an unknown class matches nothing.
+    OdString className;
+    // Standard names (letter case ignored); empty for every standard.
+    std::set<OdString> standards;
+    // On the profile name's name.
+    StringCriteria name;
+    // On the text a user searches: standard, profile name, size and description.
+    StringCriteria text;
 };
 
 struct CompositionCriteria {

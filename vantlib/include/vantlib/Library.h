@@ -3,8 +3,10 @@
 // holding materials, compositions and what they refer to.
 //
 // Kinds handled by the template operations: Tag, Layer, MaterialType, CompositionType,
-// CustomProperty, Material, Composition. Criteria: StringCriteria and NameCriteria (on the
-// name, every kind), MaterialCriteria (Material), CompositionCriteria (Composition).
+// CustomProperty, Material, Composition, ProfileStandard, ProfileName, Profile (every shape)
+// and each profile class. Criteria: StringCriteria and NameCriteria (on the name, every kind;
+// a profile's name is its size), MaterialCriteria (Material), CompositionCriteria
+// (Composition), ProfileCriteria and ProfilesPanelQuery (Profile).
 #include <memory>
 #include <set>
 #include <string>
@@ -51,7 +53,7 @@ public:
     };
 
     // Schema version this build writes and the newest it reads.
-    static constexpr int kSchemaVersion = 1;
+    static constexpr int kSchemaVersion = 2;
 
     // Adds the library tables to a new or existing SQLite file (a drawing file keeps its own
     // tables). Throws AlreadyExists when the file holds a library, NotALibrary when it is not
@@ -85,10 +87,18 @@ public:
 
     // True when an object of that kind other than `exceptId` has this name (case-insensitive).
     bool isNameUsed(ObjectType type, const OdString& name, uint32_t exceptId = 0) const;
+    // True when `object` would clash under this name with an object other than `exceptId`:
+    // for profiles, another profile of the same profile name with this size; for profile
+    // names, another name of the same standard.
+    bool isNameUsed(const Object& object, const OdString& name, uint32_t exceptId = 0) const;
 
     // ---- Reading. Every object returned is a fresh copy; null when absent.
     template <class T> QcSmartPtr<T> get(uint32_t id) const;
     template <class T> QcSmartPtr<T> get(const NameKey& name) const;
+    // Profile by its profile name and size (the size compared as names are).
+    template <class T> QcSmartPtr<T> get(const ProfileKey& key) const;
+    // ProfileName by its text, standard and type.
+    template <class T> QcSmartPtr<T> get(const ProfileNameKey& key) const;
     // Replaces the contents of `out` with the matching objects, ordered by id.
     template <class T, class Criteria> void get(std::vector<QcSmartPtr<T>>& out, const Criteria& criteria) const;
     // Every object of the kind, ordered by id.

@@ -9,6 +9,7 @@
 #include <vantlib/Library.h>
 #include <vantlib/LibraryManager.h>
 #include <vantlib/Material.h>
+#include <vantlib/Profile.h>
 #include <vantlib/Reactor.h>
 #include <vantlib/Tag.h>
 #include <vantlib/Transaction.h>

@@ -1,0 +1,190 @@
+// Construction profiles on the drawing side: list order, names, labels and the entities that
+// use a profile.
+#include <vl_db/Profiles.h>
+
+#include <algorithm>
+#include <cwctype>
+
+#include <OdDbEntity.h>
+
+#include <vantlib/Translations.h>
+
+// The labels below are English texts that the module translates; the marker lets the
+// catalogue extraction find them.
+#ifndef wxTRANSLATE
+#define wxTRANSLATE(text) L"" text
+#endif
+
+namespace vl_db {
+
+namespace {
+
+// Compares texts ignoring letter case, with runs of digits compared by their value.
+int compareNatural(const OdString& a, const OdString& b) {
+    const std::wstring& x = a.str();
+    const std::wstring& y = b.str();
+    size_t i = 0, j = 0;
+    while (i < x.size() && j < y.size()) {
+        if (std::iswdigit(x[i]) && std::iswdigit(y[j])) {
+            size_t iEnd = i, jEnd = j;
+            while (iEnd < x.size() && x[iEnd] == L'0')
+                ++iEnd;
+            while (jEnd < y.size() && y[jEnd] == L'0')
+                ++jEnd;
+            size_t iDigits = iEnd, jDigits = jEnd;
+            while (iDigits < x.size() && std::iswdigit(x[iDigits]))
+                ++iDigits;
+            while (jDigits < y.size() && std::iswdigit(y[jDigits]))
+                ++jDigits;
+            // Without leading zeros, the longer run is the larger number.
+            if (iDigits - iEnd != jDigits - jEnd)
+                return iDigits - iEnd < jDigits - jEnd ? -1 : 1;
+            const int digits = x.compare(iEnd, iDigits - iEnd, y, jEnd, jDigits - jEnd);
+            if (digits != 0)
+                return digits < 0 ? -1 : 1;
+            i = iDigits;
+            j = jDigits;
+            continue;
+        }
+        const wint_t cx = std::towlower(x[i]), cy = std::towlower(y[j]);
+        if (cx != cy)
+            return cx < cy ? -1 : 1;
+        ++i;
+        ++j;
+    }
+    if (i < x.size())
+        return 1;
+    return j < y.size() ? -1 : 0;
+}
+
+OdString standardOf(const vantlib::Profile& profile) {
+    const auto& name = profile.name();
+    return name && name->standard() ? name->standard()->name() : OdString();
+}
+
+OdString nameOf(const vantlib::Profile& profile) {
+    return profile.name() ? profile.name()->Object::name() : OdString();
+}
+
+const vantlib::ObjectType kProfileReference = vantlib::kConstructionProfile;
+
+}  // namespace
+
+void sortProfiles(std::vector<ProfilePtr>& profiles) {
+    std::stable_sort(profiles.begin(), profiles.end(), [](const ProfilePtr& a, const ProfilePtr& b) {
+        if (!a || !b)
+            return bool(a) && !b;
+        if (int c = compareNatural(standardOf(*a), standardOf(*b)))
+            return c < 0;
+        if (int c = compareNatural(nameOf(*a), nameOf(*b)))
+            return c < 0;
+        return compareNatural(a->size(), b->size()) < 0;
+    });
+}
+
+OdString fullProfileName(const vantlib::Profile& profile) {
+    const OdString name = nameOf(profile);
+    if (name.isEmpty())
+        return profile.size();
+    return profile.size().isEmpty() ? name : name + L" " + profile.size();
+}
+
+OdString fullProfileName(const QcSmartPtr<const vantlib::Profile>& profile) {
+    return profile ? fullProfileName(*profile) : OdString();
+}
+
+OdString getProfileTypeLabel(vantlib::ProfileType type) {
+    static const std::pair<vantlib::ProfileType, const wchar_t*> labels[] = {
+        {vantlib::kProfileGeneric, wxTRANSLATE("Generic")},
+        {vantlib::kProfileStructuralConcrete, wxTRANSLATE("Structural Concrete")},
+        {vantlib::kProfileStructuralSteel, wxTRANSLATE("Structural Steel")},
+        {vantlib::kProfileHvac, wxTRANSLATE("HVAC")},
+        {vantlib::kProfilePiping, wxTRANSLATE("Piping")},
+        {vantlib::kProfileElectrical, wxTRANSLATE("Electrical")},
+    };
+    OdString text;
+    for (const auto& label : labels) {
+        if ((type & label.first) == 0)
+            continue;
+        if (!text.isEmpty())
+            text += L", ";
+        text += label.second;
+    }
+    return text.isEmpty() ? OdString(labels[0].second) : text;
+}
+
+OdString getProfileShapeLabel(vantlib::ObjectType type, bool shortForm) {
+    struct Label {
+        vantlib::ObjectType type;
+        const wchar_t* longForm;
+        const wchar_t* shortForm;
+    };
+    static const Label labels[] = {
+        {vantlib::kAsymmetricIShapeProfile, wxTRANSLATE("Asymmetric I-shape profile"), wxTRANSLATE("Asymmetric I-shape")},
+        {vantlib::kIShapeProfile, wxTRANSLATE("I-shape profile"), wxTRANSLATE("I-shape")},
+        {vantlib::kLShapeProfile, wxTRANSLATE("L-shape profile"), wxTRANSLATE("L-shape")},
+        {vantlib::kUShapeProfile, wxTRANSLATE("U-shape profile"), wxTRANSLATE("U-shape")},
+        {vantlib::kCShapeProfile, wxTRANSLATE("C-shape profile"), wxTRANSLATE("C-shape")},
+        {vantlib::kZShapeProfile, wxTRANSLATE("Z-shape profile"), wxTRANSLATE("Z-shape")},
+        {vantlib::kTShapeProfile, wxTRANSLATE("T-shape profile"), wxTRANSLATE("T-shape")},
+        {vantlib::kCraneRailAShapeProfile, wxTRANSLATE("Crane rail A-shape profile"), wxTRANSLATE("Crane rail A-shape")},
+        {vantlib::kCraneRailFShapeProfile, wxTRANSLATE("Crane rail F-shape profile"), wxTRANSLATE("Crane rail F-shape")},
+        {vantlib::kCircleProfile, wxTRANSLATE("Circle profile"), wxTRANSLATE("Circle")},
+        {vantlib::kCircleHollowProfile, wxTRANSLATE("Hollow circle profile"), wxTRANSLATE("Hollow circle")},
+        {vantlib::kEllipseProfile, wxTRANSLATE("Ellipse profile"), wxTRANSLATE("Ellipse")},
+        {vantlib::kRectangleProfile, wxTRANSLATE("Rectangle profile"), wxTRANSLATE("Rectangle")},
+        {vantlib::kRectangleHollowProfile, wxTRANSLATE("Hollow rectangle profile"), wxTRANSLATE("Hollow rectangle")},
+        {vantlib::kRoundedRectangleProfile, wxTRANSLATE("Rounded rectangle profile"), wxTRANSLATE("Rounded rectangle")},
+        {vantlib::kTrapeziumProfile, wxTRANSLATE("Trapezium profile"), wxTRANSLATE("Trapezium")},
+        {vantlib::kCustomProfile, wxTRANSLATE("Custom profile"), wxTRANSLATE("Custom")},
+    };
+    for (const Label& label : labels)
+        if (label.type == type)
+            return shortForm ? label.shortForm : label.longForm;
+    return OdString();
+}
+
+OdString getUserDefinedGlobalLabel() { return wxTRANSLATE("user defined"); }
+
+OdString convertProfileStandardLabel(const OdString& standard, EStringVersion wanted) {
+    const OdString stored = getUserDefinedGlobalLabel();
+    const OdString displayed = vantlib::translate(stored);
+    if (wanted == kDisplayedString)
+        return standard.iCompare(stored) == 0 ? displayed : standard;
+    return standard == displayed ? stored : standard;
+}
+
+std::vector<OdDbObjectId> findProfileId(const OdDbDatabase& database, EDbType library, uint32_t profileId) {
+    return database.entitiesReferencing(kProfileReference, int32_t(library), profileId);
+}
+
+void setProfileId(const std::vector<OdDbObjectId>& entities, EDbType library, uint32_t profileId,
+                  const OdString& fullName) {
+    for (const OdDbObjectId& id : entities) {
+        OdSmartPtr<OdDbEntity> entity = OdDbEntity::cast(id.safeOpenObject(OdDb::kForWrite).get());
+        if (!entity)
+            continue;
+        std::vector<OdDbLibraryReference> references;
+        for (const OdDbLibraryReference& reference : entity->libraryReferences())
+            if (reference.objectType != kProfileReference)
+                references.push_back(reference);
+        OdDbLibraryReference profile;
+        profile.objectType = kProfileReference;
+        profile.libraryKind = int32_t(library);
+        profile.objectName = fullName;
+        profile.objectId = profileId;
+        references.push_back(profile);
+        entity->setLibraryReferences(references);
+    }
+}
+
+std::vector<OdDbObjectId> removeProfileId(OdDbDatabase& database, EDbType library, uint32_t profileId) {
+    std::vector<OdDbObjectId> entities = findProfileId(database, library, profileId);
+    for (const OdDbObjectId& id : entities) {
+        OdSmartPtr<OdDbEntity> entity = OdDbEntity::cast(id.safeOpenObject(OdDb::kForWrite).get());
+        entity->removeLibraryReferences(kProfileReference, int32_t(library), profileId);
+    }
+    return entities;
+}
+
+}  // namespace vl_db
