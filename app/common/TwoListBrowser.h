@@ -107,6 +107,17 @@ public:
     void deselectAll(vl_db::EDbType type);
     // The row of the object shows new text or a new thumbnail.
     void updateRow(vl_db::EDbType type, const ObjectRow& row);
+    // The row of object `id` of kind T shows it as its library now stores it. Throws what the
+    // library throws.
+    template <class T>
+    void reloadRow(vl_db::EDbType type, unsigned id) {
+        const auto source = library(type);
+        if (!source || id == 0)
+            return;
+        const ObjectRow stored = source->template listRow<T>(id);
+        if (stored.id != 0)
+            updateRow(type, stored);
+    }
 
     // Removes the selected objects of the current list, telling the user which stay.
     void removeSelected();

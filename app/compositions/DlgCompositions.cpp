@@ -23,6 +23,7 @@
 #include "app/common/ErrorMessages.h"
 #include "app/common/Helpers.h"
 #include "app/common/ListHelpers.h"
+#include "app/common/ObjectEditing.h"
 #include "app/common/Previews.h"
 #include "app/compositions/CompositionPhysicsText.h"
 
@@ -354,32 +355,21 @@ void DlgCompositions::onCmpType(wxCommandEvent& event) {
 void DlgCompositions::saveComposition() {
     if (!m_composition || m_status != kValid || !vl_db::writable(m_libs, m_dbType))
         return;
-    try {
-        m_composition->save();
+    if (saveObject(m_composition, [this](const std::exception& error) { reportError(error); }))
         m_selName = toWx(m_composition->name());
-    } catch (const std::exception& error) {
-        reportError(error);
-    }
 }
 
 void DlgCompositions::changeComposition(const std::function<void(vantlib::Composition&)>& change) {
     if (m_updating || !m_composition || !vl_db::writable(m_libs, m_dbType))
         return;
-    try {
-        change(*m_composition);
-        if (m_status == kValid) {
-            m_composition->save();
+    const bool save = m_status == kValid;
+    if (changeObject(m_composition, lib(), save, change,
+                     [this](const std::exception& error) { reportError(error); })) {
+        if (save)
             m_selName = toWx(m_composition->name());
-        }
-    } catch (const std::exception& error) {
-        reportError(error);
-        const auto library = lib();
-        if (library && m_composition->id() != 0) {
-            if (auto stored = library->get<vantlib::Composition>(m_composition->id()))
-                m_composition = stored;
-        }
-        if (m_plies)
-            m_plies->setComposition(m_composition, unit(), vl_db::writable(m_libs, m_dbType));
+    } else if (m_plies) {
+        // The grid shows the object that is stored again.
+        m_plies->setComposition(m_composition, unit(), vl_db::writable(m_libs, m_dbType));
     }
 }
 

@@ -94,13 +94,11 @@ void DlgCompositions::rowActivated() {
 }
 
 void DlgCompositions::updateCurrentRow() {
-    const auto library = lib();
-    if (!m_browser || !library || !m_composition || m_composition->id() == 0)
+    if (!m_browser || !m_composition)
         return;
+    // The row shows what is stored, as a refill would.
     try {
-        const ObjectRow stored = library->listRow<vantlib::Composition>(m_composition->id());
-        if (stored.id != 0)
-            m_browser->updateRow(m_dbType, stored);
+        m_browser->reloadRow<vantlib::Composition>(m_dbType, m_composition->id());
     } catch (const std::exception& error) {
         reportError(error);
     }

@@ -28,6 +28,7 @@
 #include "app/common/ErrorMessages.h"
 #include "app/common/Helpers.h"
 #include "app/common/ListHelpers.h"
+#include "app/common/ObjectEditing.h"
 
 namespace vl_app {
 
@@ -285,31 +286,17 @@ void DlgMaterials::updateReadOnly() {
 void DlgMaterials::saveMaterial() {
     if (!m_material || m_status != kValid || !vl_db::writable(m_libs, m_dbType))
         return;
-    try {
-        m_material->save();
+    if (saveObject(m_material, [this](const std::exception& error) { reportError(error); }))
         m_selName = toWx(m_material->name());
-    } catch (const std::exception& error) {
-        reportError(error);
-    }
 }
 
 void DlgMaterials::changeMaterial(const std::function<void(vantlib::Material&)>& change) {
     if (m_updating || !m_material || !vl_db::writable(m_libs, m_dbType))
         return;
-    try {
-        change(*m_material);
-        if (m_status == kValid) {
-            m_material->save();
-            m_selName = toWx(m_material->name());
-        }
-    } catch (const std::exception& error) {
-        reportError(error);
-        const auto library = lib();
-        if (library && m_material->id() != 0) {
-            if (auto stored = library->get<vantlib::Material>(m_material->id()))
-                m_material = stored;
-        }
-    }
+    const bool save = m_status == kValid;
+    if (changeObject(m_material, lib(), save, change, [this](const std::exception& error) { reportError(error); }) &&
+        save)
+        m_selName = toWx(m_material->name());
 }
 
 void DlgMaterials::reportError(const std::exception& error) {

@@ -86,14 +86,11 @@ void DlgMaterials::rowActivated() {
 }
 
 void DlgMaterials::updateCurrentRow() {
-    const auto library = lib();
-    if (!m_browser || !library || !m_material || m_material->id() == 0)
+    if (!m_browser || !m_material)
         return;
     // The row shows what is stored, as a refill would.
     try {
-        const ObjectRow stored = library->listRow<vantlib::Material>(m_material->id());
-        if (stored.id != 0)
-            m_browser->updateRow(m_dbType, stored);
+        m_browser->reloadRow<vantlib::Material>(m_dbType, m_material->id());
     } catch (const std::exception& error) {
         reportError(error);
     }
