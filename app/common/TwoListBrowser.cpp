@@ -26,12 +26,13 @@ namespace vl_app {
 namespace {
 constexpr int kReloadDelayMs = 80;
 
-// Maps the list commands of the context menus to the rules of the toolbar.
+// Maps the list commands of the toolbar and the context menus to their rules.
 bool commandOfMenuItem(int id, ListCommand& command) {
     static const struct {
         const char* name;
         ListCommand command;
     } items[] = {
+        {"TOOL_NEW", ListCommand::kNew},
         {"TOOL_NEW_IN_PROJ", ListCommand::kNewInProject}, {"TOOL_NEW_IN_LIBR", ListCommand::kNewInCentral},
         {"TOOL_DUPLICATE", ListCommand::kDuplicate},      {"TOOL_DEL", ListCommand::kDelete},
         {"TOOL_MAKE_COMP", ListCommand::kDerive},         {"TOOL_COPY_TO_PROJ", ListCommand::kCopyToProject},
@@ -158,6 +159,14 @@ BrowserState TwoListBrowser::state() const {
     state.selected = numSelected();
     state.currentStored = m_client.currentObjectId() != 0;
     return state;
+}
+
+bool TwoListBrowser::enableListCommand(wxUpdateUIEvent& event, bool valid) const {
+    ListCommand command;
+    if (!commandOfMenuItem(event.GetId(), command))
+        return false;
+    event.Enable(valid && isEnabled(command));
+    return true;
 }
 
 int TwoListBrowser::imageOf(const ObjectListModel& model, long row) {

@@ -89,11 +89,22 @@ public:
     // The selected object of the current list (its focused row when several): 0 when none.
     unsigned selectedId() const;
     std::set<unsigned> selectedIds(vl_db::EDbType type) const;
+    // The selected object of list `type` as its library stores it; null when that list holds
+    // no selection. Throws what the library throws.
+    template <class T>
+    QcSmartPtr<T> loadSelected(vl_db::EDbType type) const {
+        const unsigned id = m_current == type ? selectedId() : 0;
+        const auto source = library(type);
+        return source && id != 0 ? source->template get<T>(id) : QcSmartPtr<T>();
+    }
     int numSelected() const;
 
     BrowserState state() const;
     bool isEnabled(ListCommand command) const { return vl_app::isEnabled(command, state()); }
     vl_db::EDbType creationTarget() const { return vl_app::creationTarget(state()); }
+    // Enables the event's control when it is one of the list commands (TOOL_NEW, TOOL_DEL, ...):
+    // by the rules, and only while the dialog's edits are `valid`. False for other controls.
+    bool enableListCommand(wxUpdateUIEvent& event, bool valid) const;
 
     // Refills the lists from their libraries; with `keepSelection` the dialog's object stays
     // selected when it is still listed.

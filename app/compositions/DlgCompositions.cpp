@@ -182,24 +182,8 @@ void DlgCompositions::onUpdateUI(wxUpdateUIEvent& event) {
         return;
     const int id = event.GetId();
     const bool currentWritable = m_composition && vl_db::writable(m_libs, m_dbType);
-    static const struct {
-        const char* name;
-        ListCommand command;
-    } listCommands[] = {
-        {"TOOL_NEW", ListCommand::kNew},
-        {"TOOL_NEW_IN_PROJ", ListCommand::kNewInProject},
-        {"TOOL_NEW_IN_LIBR", ListCommand::kNewInCentral},
-        {"TOOL_DUPLICATE", ListCommand::kDuplicate},
-        {"TOOL_DEL", ListCommand::kDelete},
-        {"TOOL_COPY_TO_PROJ", ListCommand::kCopyToProject},
-        {"TOOL_COPY_TO_LIBR", ListCommand::kCopyToCentral},
-    };
-    for (const auto& entry : listCommands) {
-        if (id == XRCID(entry.name)) {
-            event.Enable(m_status == kValid && m_browser->isEnabled(entry.command));
-            return;
-        }
-    }
+    if (m_browser->enableListCommand(event, m_status == kValid))
+        return;
     if (id == XRCID("TOOL_PLY_NEW") || id == XRCID("BTN_CUSTOM_PROPS"))
         event.Enable(currentWritable);
     else if (id == XRCID("TOOL_PLY_DUPL") || id == XRCID("TOOL_PLY_DEL"))
@@ -213,14 +197,11 @@ void DlgCompositions::onUpdateUI(wxUpdateUIEvent& event) {
 void DlgCompositions::updateComposition() {
     wxWindowUpdateLocker freeze(this);
     m_composition.release();
-    const auto library = lib();
-    const unsigned selected = m_browser && m_browser->current() == m_dbType ? m_browser->selectedId() : 0;
-    if (library && selected != 0) {
-        try {
-            m_composition = library->get<vantlib::Composition>(selected);
-        } catch (const std::exception& error) {
-            reportError(error);
-        }
+    try {
+        if (m_browser)
+            m_composition = m_browser->loadSelected<vantlib::Composition>(m_dbType);
+    } catch (const std::exception& error) {
+        reportError(error);
     }
     m_selName = m_composition ? toWx(m_composition->name()) : wxString();
     m_status = kValid;

@@ -224,25 +224,8 @@ void DlgMaterials::onUpdateUI(wxUpdateUIEvent& event) {
         return;
     const int id = event.GetId();
     const bool currentWritable = vl_db::writable(m_libs, m_dbType);
-    static const struct {
-        const char* name;
-        ListCommand command;
-    } listCommands[] = {
-        {"TOOL_NEW", ListCommand::kNew},
-        {"TOOL_NEW_IN_PROJ", ListCommand::kNewInProject},
-        {"TOOL_NEW_IN_LIBR", ListCommand::kNewInCentral},
-        {"TOOL_DUPLICATE", ListCommand::kDuplicate},
-        {"TOOL_DEL", ListCommand::kDelete},
-        {"TOOL_MAKE_COMP", ListCommand::kDerive},
-        {"TOOL_COPY_TO_PROJ", ListCommand::kCopyToProject},
-        {"TOOL_COPY_TO_LIBR", ListCommand::kCopyToCentral},
-    };
-    for (const auto& entry : listCommands) {
-        if (id == XRCID(entry.name)) {
-            event.Enable(m_status == kValid && m_browser->isEnabled(entry.command));
-            return;
-        }
-    }
+    if (m_browser->enableListCommand(event, m_status == kValid))
+        return;
     if (id == XRCID("TOOL_CUSTOMPROP_NEW") || id == XRCID("BTN_CUSTOM_PROPS") || id == XRCID("BTN_CLASS"))
         event.Enable(currentWritable && m_material);
     else if (id == XRCID("TOOL_CUSTOMPROP_DELETE"))
@@ -254,14 +237,11 @@ void DlgMaterials::onUpdateUI(wxUpdateUIEvent& event) {
 void DlgMaterials::updateMaterial() {
     wxWindowUpdateLocker freeze(this);
     m_material.release();
-    const auto library = lib();
-    const unsigned selected = m_browser && m_browser->current() == m_dbType ? m_browser->selectedId() : 0;
-    if (library && selected != 0) {
-        try {
-            m_material = library->get<vantlib::Material>(selected);
-        } catch (const std::exception& error) {
-            reportError(error);
-        }
+    try {
+        if (m_browser)
+            m_material = m_browser->loadSelected<vantlib::Material>(m_dbType);
+    } catch (const std::exception& error) {
+        reportError(error);
     }
     m_selName = m_material ? toWx(m_material->name()) : wxString();
     m_nameText = m_selName;
