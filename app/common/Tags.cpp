@@ -1,6 +1,7 @@
 #include "app/common/Tags.h"
 
 #include <wx/intl.h>
+#include <wx/toolbar.h>
 
 #include <OdStringWx.h>
 
@@ -82,6 +83,11 @@ wxString tagFilterToolTip(vl_db::DocumentLibraries* libs) {
         joined += toWx(tag);
     }
     return tagFilter() ? wxString::Format(_("Filter [%s] is ON"), joined) : wxString::Format(_("Filter [%s] is OFF"), joined);
+}
+
+void showTagFilterTool(wxToolBar* tools, int toolId, vl_db::DocumentLibraries* libs) {
+    tools->ToggleTool(toolId, tagFilter());
+    tools->SetToolShortHelp(toolId, tagFilterToolTip(libs));
 }
 
 }  // namespace vl_app

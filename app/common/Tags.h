@@ -14,6 +14,8 @@
 
 #include <vl_db/DocumentLibraries.h>
 
+class wxToolBar;
+
 namespace vl_app {
 
 // Purges the library's unused tags (a change to the library), then appends the name of each of
@@ -36,5 +38,7 @@ void tagFilterToggle();
 // Tool tip of the filter button: "No tags" without libraries, "No filter" when the drawing
 // names no filter tags, else "Filter [a,b] is ON" / "... is OFF".
 wxString tagFilterToolTip(vl_db::DocumentLibraries* libs);
+// Shows the switch on the filter tool `toolId` of `tools`: its toggled state and tool tip.
+void showTagFilterTool(wxToolBar* tools, int toolId, vl_db::DocumentLibraries* libs);
 
 }  // namespace vl_app

@@ -105,9 +105,7 @@ void DlgCompositions::updateCurrentRow() {
 }
 
 void DlgCompositions::updateFilter() {
-    auto* tools = XRCCTRL(*this, "TBAR_EDIT", wxToolBar);
-    tools->ToggleTool(XRCID("TOOL_FILTER"), tagFilter());
-    tools->SetToolShortHelp(XRCID("TOOL_FILTER"), tagFilterToolTip(m_libs));
+    showTagFilterTool(XRCCTRL(*this, "TBAR_EDIT", wxToolBar), XRCID("TOOL_FILTER"), m_libs);
 }
 
 void DlgCompositions::updateFilterTypes() {

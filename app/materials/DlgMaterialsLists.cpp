@@ -97,9 +97,7 @@ void DlgMaterials::updateCurrentRow() {
 }
 
 void DlgMaterials::updateFilter() {
-    auto* tools = XRCCTRL(*this, "TBAR_EDIT", wxToolBar);
-    tools->ToggleTool(XRCID("TOOL_FILTER"), tagFilter());
-    tools->SetToolShortHelp(XRCID("TOOL_FILTER"), tagFilterToolTip(m_libs));
+    showTagFilterTool(XRCCTRL(*this, "TBAR_EDIT", wxToolBar), XRCID("TOOL_FILTER"), m_libs);
 }
 
 void DlgMaterials::updateClasses() {
