@@ -42,7 +42,7 @@ TEST_F(ExchangeTest, EveryBadDocumentIsRefusedAndLeavesTheLibraryByteIdentical) 
     const std::vector<BadDocument> cases = {
         {"malformed JSON", replaced(good, "\"version\": 1,", "\"version\": 1"), "line 4, column 8"},
         {"newer format version", replaced(good, "\"version\": 1", "\"version\": 2"), "format version 2"},
-        {"unknown kind", replaced(good, "\"tags\": [", "\"profiles\": [], \"tags\": ["), "unknown field 'profiles'"},
+        {"unknown kind", replaced(good, "\"tags\": [", "\"windows\": [], \"tags\": ["), "unknown field 'windows'"},
         {"unknown field", replaced(good, "\"appearance\": \"Masonry", "\"colour\": 3, \"appearance\": \"Masonry"),
          "unknown field 'colour'"},
         {"reference to nothing", replaced(good, "\"material\": \"insulation\"", "\"material\": \"Nowhere\""),
