@@ -178,6 +178,33 @@ TEST_F(ExchangeTest, BadRowsAreReportedWithTheirLinesAndTheRestImports) {
     EXPECT_TRUE(findRead(ifc, "SHS", "40-2.6"));
 }
 
+TEST_F(ExchangeTest, AnIfc2x3FileIsReadWithItsOwnAttributes) {
+    // IFC2x3 adds centres of gravity and has the crane rails; inches by a conversion-based unit.
+    const std::string ifc2x3 =
+        "ISO-10303-21;\nHEADER;\nFILE_SCHEMA(('IFC2X3'));\nENDSEC;\nDATA;\n"
+        "#1=IFCSIUNIT(*,.LENGTHUNIT.,$,.METRE.);\n"
+        "#2=IFCMEASUREWITHUNIT(IFCLENGTHMEASURE(0.0254),#1);\n"
+        "#3=IFCCONVERSIONBASEDUNIT(#4,.LENGTHUNIT.,'INCH',#2);\n"
+        "#4=IFCDIMENSIONALEXPONENTS(1,0,0,0,0,0,0);\n"
+        "#5=IFCUNITASSIGNMENT((#3));\n"
+        "#6=IFCLSHAPEPROFILEDEF(.AREA.,'L4x4',#9,4.,$,0.5,0.375,$,$,1.2,1.2);\n"
+        "#7=IFCCRANERAILFSHAPEPROFILEDEF(.AREA.,'F1',$,4.,2.,1.,2.,1.,1.,1.,1.,2.);\n"
+        "#8=IFCISHAPEPROFILEDEF(.AREA.,'W8x31',#9,8.,8.,0.285,0.435,$,$,$);\n"
+        "#9=IFCAXIS2PLACEMENT2D(#10,$);\n#10=IFCCARTESIANPOINT((0.,0.));\n"
+        "ENDSEC;\nEND-ISO-10303-21;\n";
+    const CatalogueContent content = readIfcProfilesText(ifc2x3, "old.ifc");
+    ASSERT_EQ(content.profiles.size(), 2u);
+    EXPECT_EQ(reasons(content.skipped), (std::vector<std::string>{"13 #8 IfcIShapeProfileDef has 10 attributes, not 8"}));
+    const CatalogueProfile* angle = findRead(content, "L", "4x4");
+    ASSERT_TRUE(angle);
+    EXPECT_DOUBLE_EQ(angle->profile->parameter(ShapeParameter::kDepth), 4 * 25.4);
+    EXPECT_DOUBLE_EQ(angle->profile->parameter(ShapeParameter::kCentreOfGravityInY), 1.2 * 25.4);
+    const CatalogueProfile* rail = findRead(content, "F", "1");
+    ASSERT_TRUE(rail);
+    EXPECT_EQ(rail->profile->objectType(), kCraneRailFShapeProfile);
+    EXPECT_DOUBLE_EQ(rail->profile->parameter(ShapeParameter::kHeadWidth), 2 * 25.4);
+}
+
 TEST_F(ExchangeTest, AFileThatCannotBeReadImportsNothing) {
     auto write = [&](const char* name, const std::string& text) {
         const std::string path = dir.file(name).toUtf8();
