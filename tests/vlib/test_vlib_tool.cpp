@@ -131,6 +131,23 @@ TEST_F(VlibTool, DemoLibrariesHoldTheDemoContent) {
     EXPECT_EQ(info["compositions"], std::to_string(vlib::demo::projectCompositions().size()));
 }
 
+TEST_F(VlibTool, DemoLibrariesHoldTheSteelCatalogueAndTheProjectsOwnProfiles) {
+    // Read with SQLite directly (the table names are the storage's own): the series by name.
+    SQLite::Database central(demoFile("central-metric.vlib").string(), SQLite::OPEN_READONLY);
+    std::map<std::string, int> series;
+    SQLite::Statement rows(central, "SELECT n.name, count(*) FROM lib_profile p JOIN lib_profile_name n ON n.id = p.name_id "
+                                    "GROUP BY n.name");
+    while (rows.executeStep())
+        series[rows.getColumn(0).getString()] = rows.getColumn(1).getInt();
+    EXPECT_EQ(series, (std::map<std::string, int>{{"CHS", 220}, {"HEA", 24}, {"HEB", 24}, {"HEM", 24}, {"IPE", 18},
+                                                  {"L", 39}, {"RHS", 112}, {"SHS", 106}, {"UPE", 14}, {"UPN", 14}}));
+    SQLite::Database project(demoFile("demo.vldwg").string(), SQLite::OPEN_READONLY);
+    EXPECT_EQ(project.execAndGet("SELECT count(*) FROM lib_profile").getInt(), 5);
+    EXPECT_EQ(project.execAndGet("SELECT count(*) FROM lib_profile_name WHERE standard_id IS NULL OR standard_id = 0")
+                  .getInt(),
+              5);
+}
+
 TEST_F(VlibTool, ProjectLibraryHoldsEditedCopiesUnderCentralNames) {
     const auto central = namesOf(vlib::demo::centralMaterials());
     size_t shared = 0;
