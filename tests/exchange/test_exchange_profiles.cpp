@@ -169,4 +169,28 @@ TEST_F(ExchangeTest, ProfilesThatCannotBeReadLeaveTheLibraryAlone) {
     }
 }
 
+TEST_F(ExchangeTest, ChosenProfilesBringTheirNamesStandardsAndMaterials) {
+    auto source = newLibrary("source.vlib");
+    fillProfiles(source);
+    {
+        Transaction transaction(source);
+        source->save(Material::create(W("Unused")));
+        source->save(ProfileStandard::create(W("Unused standard")));
+        transaction.commit();
+    }
+    auto target = newLibrary("target.vlib");
+    importLibrary(target, exportLibrary(*source, {kConstructionProfile}));
+    EXPECT_EQ(target->count<Profile>(), 3u);
+    EXPECT_EQ(target->count<ProfileName>(), 3u);
+    EXPECT_EQ(target->count<ProfileStandard>(), 1u);
+    EXPECT_EQ(target->count<Material>(), 1u);
+    EXPECT_TRUE(target->get<Material>(NameKey(W("S235"))));
+
+    auto materials = newLibrary("materials.vlib");
+    importLibrary(materials, exportLibrary(*source, {kMaterial}));
+    EXPECT_EQ(materials->count<Material>(), 2u);
+    EXPECT_EQ(materials->count<Profile>(), 0u);
+    EXPECT_EQ(materials->count<ProfileName>(), 0u);
+}
+
 }  // namespace vltest
