@@ -231,13 +231,6 @@ void readTable(const YAML::Node& table, const TableClass& known, const std::stri
     }
 }
 
-// ---------------------------------------------------------------- CSV preset table
-
-struct PresetClass {
-    const char* code;
-    size_t values;
-};
-
 }  // namespace
 
 CatalogueContent readSectionTableText(const std::string& text, const std::string& file) {
@@ -274,6 +267,8 @@ CatalogueContent readSectionTableText(const std::string& text, const std::string
         throw CatalogueError(file, 0, "holds no section table");
     return content;
 }
+
+// ---------------------------------------------------------------- CSV preset table
 
 CatalogueContent readPresetTableText(const std::string& text, const std::string& file) {
     CatalogueContent content;
