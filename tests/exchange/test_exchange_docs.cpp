@@ -7,6 +7,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <vantlib/Profile.h>
+
 namespace vltest {
 
 namespace {
@@ -52,6 +54,42 @@ TEST_F(ExchangeTest, TheSchemaNamesEveryMemberTheExportWritesAndNoOther) {
     EXPECT_EQ(keys(wall), keys(defs["composition"]["properties"]));
     EXPECT_EQ(keys(wall["plies"][0]), keys(defs["composition"]["properties"]["plies"]["items"]["properties"]));
     EXPECT_EQ(schema["properties"]["version"]["maximum"], kExchangeFormatVersion);
+}
+
+TEST_F(ExchangeTest, TheSchemaNamesEveryProfileMemberAndShape) {
+    const auto schema = nlohmann::json::parse(docsFile("library-exchange.schema.json"));
+    const auto& defs = schema["$defs"];
+    std::set<std::string> shapes;
+    for (const auto& shape : defs["profile"]["properties"]["shape"]["enum"])
+        shapes.insert(shape.get<std::string>());
+    std::set<std::string> classes;
+    for (const ProfileClass* shape : ProfileClass::all())
+        classes.insert(shape->shortName());
+    EXPECT_EQ(shapes, classes);
+
+    // A profile with every member: name, standard, material, offset and an outline.
+    auto source = newLibrary("source.vlib");
+    {
+        Transaction transaction(source);
+        auto steel = source->save(Material::create(W("S235")));
+        auto name = source->save(ProfileName::create(ProfileStandard::create(W("EN")), W("Plates"), kProfileGeneric));
+        auto plate = CustomProfile::create(name, W("P1"));
+        plate->set_material(steel);
+        plate->set_offset(Vector2d(1, 2));
+        plate->set_geometry({{ProfileEdge(Vector2d(0, 0)), ProfileEdge(Vector2d(1, 0)), ProfileEdge(Vector2d(0, 1))}, {}});
+        source->save(plate);
+        transaction.commit();
+    }
+    const auto document = nlohmann::json::parse(exportLibrary(*source));
+    auto keys = [](const nlohmann::json& object) {
+        std::set<std::string> names;
+        for (auto it = object.begin(); it != object.end(); ++it)
+            names.insert(it.key());
+        return names;
+    };
+    EXPECT_EQ(keys(document["profiles"][0]), keys(defs["profile"]["properties"]));
+    EXPECT_EQ(keys(document["profiles"][0]["geometry"]), keys(defs["profile"]["properties"]["geometry"]["properties"]));
+    EXPECT_EQ(keys(document["profileNames"][0]), keys(defs["profileName"]["properties"]));
 }
 
 }  // namespace vltest

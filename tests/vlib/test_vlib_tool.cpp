@@ -131,6 +131,23 @@ TEST_F(VlibTool, DemoLibrariesHoldTheDemoContent) {
     EXPECT_EQ(info["compositions"], std::to_string(vlib::demo::projectCompositions().size()));
 }
 
+TEST_F(VlibTool, DemoLibrariesHoldTheSteelCatalogueAndTheProjectsOwnProfiles) {
+    // Read with SQLite directly (the table names are the storage's own): the series by name.
+    SQLite::Database central(demoFile("central-metric.vlib").string(), SQLite::OPEN_READONLY);
+    std::map<std::string, int> series;
+    SQLite::Statement rows(central, "SELECT n.name, count(*) FROM lib_profile p JOIN lib_profile_name n ON n.id = p.name_id "
+                                    "GROUP BY n.name");
+    while (rows.executeStep())
+        series[rows.getColumn(0).getString()] = rows.getColumn(1).getInt();
+    EXPECT_EQ(series, (std::map<std::string, int>{{"CHS", 220}, {"HEA", 24}, {"HEB", 24}, {"HEM", 24}, {"IPE", 18},
+                                                  {"L", 39}, {"RHS", 112}, {"SHS", 106}, {"UPE", 14}, {"UPN", 14}}));
+    SQLite::Database project(demoFile("demo.vldwg").string(), SQLite::OPEN_READONLY);
+    EXPECT_EQ(project.execAndGet("SELECT count(*) FROM lib_profile").getInt(), 5);
+    EXPECT_EQ(project.execAndGet("SELECT count(*) FROM lib_profile_name WHERE standard_id IS NULL OR standard_id = 0")
+                  .getInt(),
+              5);
+}
+
 TEST_F(VlibTool, ProjectLibraryHoldsEditedCopiesUnderCentralNames) {
     const auto central = namesOf(vlib::demo::centralMaterials());
     size_t shared = 0;
@@ -208,7 +225,8 @@ TEST_F(VlibTool, CheckFindsUsesOfObjectsThatAreGone) {
     const std::string central = demoFile("central-metric.vlib").string();
     const ToolRun sound = vlib({"check", demoFile("demo.vldwg").string(), "--central", central});
     EXPECT_EQ(sound.exitCode, 0) << sound.out << sound.err;
-    EXPECT_NE(sound.out.find("10 uses of library objects checked"), std::string::npos) << sound.out;
+    // Ten uses of materials and compositions, six of profiles.
+    EXPECT_NE(sound.out.find("16 uses of library objects checked"), std::string::npos) << sound.out;
 
     // Removes a composition behind the library's back, as a foreign tool might (the table name
     // is the storage's own).
@@ -217,12 +235,14 @@ TEST_F(VlibTool, CheckFindsUsesOfObjectsThatAreGone) {
         SQLite::Database db(broken.string(), SQLite::OPEN_READWRITE);
         db.exec("PRAGMA foreign_keys = OFF");
         ASSERT_EQ(db.exec("DELETE FROM lib_composition WHERE name = 'EW-01 Clay block, rendered'"), 1);
+        ASSERT_EQ(db.exec("DELETE FROM lib_profile WHERE size = 'Oak 60'"), 1);
     }
     const std::string before = readBytes(broken);
     const ToolRun check = vlib({"check", broken.string()});
     EXPECT_EQ(check.exitCode, 1);
     EXPECT_NE(check.out.find("uses the project composition 'EW-01 Clay block, rendered', which the library lacks"),
               std::string::npos) << check.out;
+    EXPECT_NE(check.out.find("'Handrail Oak 60', which the library lacks"), std::string::npos) << check.out;
     EXPECT_EQ(check.err.rfind("vlib: ", 0), 0u) << check.err;
     EXPECT_EQ(readBytes(broken), before);
 }
@@ -403,3 +423,41 @@ TEST_F(VlibTool, ImportCardsReadsTheSharedCardsAndCountsThem) {
 }
 
 }  // namespace
+
+TEST_F(VlibTool, ImportProfilesReportsCountsPerClassAndExportProfilesReadsBack) {
+    const std::string data = std::string(VL_TEST_DATA_DIR) + "/profiles/";
+    const std::string steel = scratch("steel.vlib").string();
+    ASSERT_EQ(vlib({"create", steel}).exitCode, 0);
+    const ToolRun imported = vlib({"import-profiles", steel, data + "bolts/profile_i.blt", data + "bolts/profile_l.blt",
+                                   data + "freecad/profiles.csv"});
+    ASSERT_EQ(imported.exitCode, 0) << imported.err;
+    const auto counts = fields(imported.out);
+    // A class of two files counts both: 24 HEA of the YAML table and the CSV category's 24 HEA;
+    // its 24 HEAA the YAML table had already (both without a standard), so they are skipped.
+    EXPECT_EQ(counts.at("HEA"), "48");
+    EXPECT_NE(imported.out.find("profiles.csv:224: the profile 'HEAA 100' was read before (skipped)"), std::string::npos);
+    EXPECT_NE(imported.out.find("1321 profiles read, 79 rows or entities skipped"), std::string::npos);
+    EXPECT_EQ(counts.at("L"), "39");
+    EXPECT_EQ(counts.at("American Wide Flange"), "132");
+    EXPECT_EQ(counts.at("profiles"), "1321 created, 0 skipped, 0 overwritten, 0 renamed");
+
+    const std::string ifc = scratch("steel.ifc").string();
+    const ToolRun exported = vlib({"export-profiles", steel, ifc});
+    ASSERT_EQ(exported.exitCode, 0) << exported.err;
+    EXPECT_NE(exported.out.find("Exported 1321 profiles"), std::string::npos) << exported.out;
+    const std::string back = scratch("back.vlib").string();
+    ASSERT_EQ(vlib({"create", back}).exitCode, 0);
+    const ToolRun reread = vlib({"import-profiles", back, ifc});
+    ASSERT_EQ(reread.exitCode, 0) << reread.err;
+    EXPECT_EQ(fields(reread.out).at("profiles"), "1321 created, 0 skipped, 0 overwritten, 0 renamed");
+
+    // A truncated file: reported, nothing imported, exit code of a failed operation.
+    const std::string text = readBytes(ifc);
+    writeBytes(scratch("cut.ifc"), text.substr(0, text.size() / 2));
+    const std::string empty = scratch("empty.vlib").string();
+    ASSERT_EQ(vlib({"create", empty}).exitCode, 0);
+    const ToolRun cut = vlib({"import-profiles", empty, data + "bolts/profile_z.blt", scratch("cut.ifc").string()});
+    EXPECT_EQ(cut.exitCode, 1);
+    EXPECT_NE(cut.err.find("truncated"), std::string::npos) << cut.err;
+    EXPECT_NE(cut.err.find("nothing was imported"), std::string::npos) << cut.err;
+}

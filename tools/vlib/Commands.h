@@ -21,6 +21,8 @@ int demoCommand(const Words& args, std::ostream& out);
 int exportCommand(const Words& args, std::ostream& out);
 int importCommand(const Words& args, std::ostream& out);
 int importCardsCommand(const Words& args, std::ostream& out);
+int importProfilesCommand(const Words& args, std::ostream& out);
+int exportProfilesCommand(const Words& args, std::ostream& out);
 
 void printUsage(std::ostream& out);
 // Runs the subcommand named by the first word.

@@ -8,6 +8,7 @@
 
 #include <vl_db/DocumentLibraries.h>
 
+#include "DemoProfiles.h"
 #include "DemoWriter.h"
 #include "Kinds.h"
 
@@ -79,7 +80,13 @@ uint32_t idIn(const vantlib::Library& library, vantlib::ObjectType type, const O
     return object->id();
 }
 
-void writeDrawing(const PendingFile& file, const vantlib::Library& central) {
+struct ProjectProfiles {
+    size_t profiles = 0;
+    size_t elements = 0;
+};
+
+ProjectProfiles writeDrawing(const PendingFile& file, const vantlib::Library& central) {
+    ProjectProfiles made;
     auto db = OdDbDatabase::create(file.odPath(), OdDb::kUnitsMillimeters);
     db->addLayer(L"A-WALL", OdCmColor::fromIndex(OdCmEntityColor::kACIRed));
     db->addLayer(L"A-FLOR", OdCmColor::fromIndex(OdCmEntityColor::kACICyan));
@@ -100,12 +107,15 @@ void writeDrawing(const PendingFile& file, const vantlib::Library& central) {
             entity->addLibraryReference({uint32_t(use.type), int32_t(use.library), name, idIn(source, use.type, name)});
             db->addEntity(entity);
         }
+        made.profiles = addProjectProfiles(project);
+        made.elements = addProfileElements(*db, *project, central);
         db->save();
     } catch (...) {
         vl_db::closeDocLibs(db.get());
         throw;
     }
     vl_db::closeDocLibs(db.get());
+    return made;
 }
 
 }  // namespace
@@ -116,20 +126,23 @@ DemoFiles writeDemo(const fs::path& dir, std::ostream& out) {
 
     PendingFile centralFile(dir / ".central-metric.part.vlib");
     PendingFile drawingFile(dir / ".demo.part.vldwg");
+    size_t steelSections = 0;
+    ProjectProfiles projectProfiles;
     {
         const auto central = vantlib::Library::create(centralFile.odPath(), OdDb::kUnitsMillimeters);
         central->set_description(L"Central library, metric (demo content)");
         fillLibrary(central, centralMaterials(), centralCompositions());
-        writeDrawing(drawingFile, *central);
+        steelSections = addCentralProfiles(central);
+        projectProfiles = writeDrawing(drawingFile, *central);
     }
     centralFile.moveTo(files.centralLibrary);
     drawingFile.moveTo(files.drawing);
 
     out << "Wrote " << files.centralLibrary.string() << ": " << centralMaterials().size() << " materials, "
-        << centralCompositions().size() << " compositions\n"
+        << centralCompositions().size() << " compositions, " << steelSections << " steel sections\n"
         << "Wrote " << files.drawing.string() << ": embedded project library with " << projectMaterials().size()
-        << " materials, " << projectCompositions().size() << " compositions; " << std::size(kUses)
-        << " elements using them\n";
+        << " materials, " << projectCompositions().size() << " compositions, " << projectProfiles.profiles
+        << " profiles; " << std::size(kUses) + projectProfiles.elements << " elements using them\n";
     return files;
 }
 

@@ -5,6 +5,7 @@
 #include <OdDbDatabase.h>
 
 #include <vantlib/Library.h>
+#include <vantlib/Profile.h>
 
 #include <vl_db/DbVantLibManager.h>
 
@@ -54,6 +55,12 @@ DrawingCheck checkDrawingReferences(const std::string& drawingPath, const std::s
             const std::string where = "entity " + std::to_string(id.handle()) + " uses the " + libraryWord + " " + what;
             if (!library) {
                 result.problems.push_back(where + ", but the drawing has no " + libraryWord + " library");
+                continue;
+            }
+            if (reference.objectType == vantlib::kConstructionProfile) {
+                // Profiles are referred to by id, whatever their shape.
+                if (!library->get<vantlib::Profile>(reference.objectId))
+                    result.problems.push_back(where + ", which the library lacks");
                 continue;
             }
             if (!kind) {

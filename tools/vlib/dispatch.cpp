@@ -26,6 +26,10 @@ void printUsage(std::ostream& out) {
            "                                      read a JSON exchange document into the library, all or nothing\n"
            "  import-cards FILE PATH... [--on-clash skip|overwrite|rename]\n"
            "                                      import material cards (.FCMat files, or folders holding them)\n"
+           "  import-profiles FILE TABLE... [--on-clash skip|overwrite|rename]\n"
+           "                                      import steel section tables (.blt YAML, .csv presets, .ifc\n"
+           "                                      profile libraries); unreadable rows are reported and skipped\n"
+           "  export-profiles FILE LIBRARY.ifc    write the library's profiles as an IFC4 project library\n"
            "  recover FILE                        finish the recovery of a library whose writer stopped midway\n"
            "  demo DIR                            write the demo drawing and its central library into DIR\n"
            "  help                                this text\n"
@@ -41,7 +45,8 @@ int dispatch(const Words& words, std::ostream& out) {
         {"create", createCommand}, {"info", infoCommand}, {"list", listCommand},
         {"check", checkCommand},   {"copy", copyCommand}, {"demo", demoCommand},
         {"recover", recoverCommand}, {"show", showCommand}, {"export", exportCommand}, {"import", importCommand},
-        {"import-cards", importCardsCommand},
+        {"import-cards", importCardsCommand}, {"import-profiles", importProfilesCommand},
+        {"export-profiles", exportProfilesCommand},
     };
     if (words.empty())
         throw UsageError("no command given");

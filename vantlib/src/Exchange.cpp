@@ -13,6 +13,7 @@
 #include <vantlib/Composition.h>
 #include <vantlib/Library.h>
 #include <vantlib/Material.h>
+#include <vantlib/Profile.h>
 #include <vantlib/Transaction.h>
 
 #include "ExchangeDocument.h"
@@ -41,11 +42,32 @@ const char* kindKey(ObjectType type) {
     case kCustomProperty: return "customProperties";
     case kMaterial: return "materials";
     case kComposition: return "compositions";
+    case kProfileStandard: return "profileStandards";
+    case kProfileName: return "profileNames";
+    case kConstructionProfile: return "profiles";
     default: return "";
     }
 }
 
 std::string utf8(const OdString& text) { return textToUtf8(text); }
+
+bool isProfileShape(ObjectType type) { return type >= kFirstProfileShape && type <= kLastProfileShape; }
+
+// The kind a document's list and an import's counts go by: every shape counts as a profile.
+ObjectType exchangedKind(ObjectType type) { return isProfileShape(type) ? kConstructionProfile : type; }
+
+const std::pair<ProfileType, const char*> kProfileTypeNames[] = {
+    {kProfileGeneric, "generic"}, {kProfileStructuralConcrete, "structuralConcrete"},
+    {kProfileStructuralSteel, "structuralSteel"}, {kProfileHvac, "hvac"},
+    {kProfilePiping, "piping"}, {kProfileElectrical, "electrical"},
+};
+
+// Slopes are angles; every other dimension of a shape is a length.
+bool isLengthParameter(ShapeParameter id) {
+    return id != ShapeParameter::kLegSlope && id != ShapeParameter::kFlangeSlope && id != ShapeParameter::kWebSlope;
+}
+
+OdString standardName(const ProfileName& name) { return name.standard() ? name.standard()->name() : OdString(); }
 
 // ---------------------------------------------------------------- writing
 
@@ -268,6 +290,89 @@ void writeComposition(JsonText& out, const Composition& composition) {
     out.member("variablePlyMinThickness", composition.variable_ply_min_thickness());
     writeAnnotations(out, composition);
     out.endObject();
+}
+
+void writeProfileName(JsonText& out, const ProfileName& name) {
+    out.beginObject();
+    out.member("name", name.name());
+    if (!standardName(name).isEmpty())
+        out.member("standard", standardName(name));
+    out.key("type");
+    out.beginArray();
+    for (const auto& entry : kProfileTypeNames)
+        if (name.type() & entry.first)
+            out.value(entry.second);
+    out.endArray();
+    out.endObject();
+}
+
+void writeLoop(JsonText& out, const ProfileLoop& loop) {
+    out.beginArray();
+    for (const ProfileEdge& edge : loop) {
+        out.beginArray();
+        out.value(edge.start.x);
+        out.value(edge.start.y);
+        out.value(edge.bulge);
+        out.endArray();
+    }
+    out.endArray();
+}
+
+void writeProfile(JsonText& out, const Profile& profile) {
+    out.beginObject();
+    if (hasName(profile.name())) {
+        out.member("name", profile.name()->name());
+        if (!standardName(*profile.name()).isEmpty())
+            out.member("standard", standardName(*profile.name()));
+    }
+    out.member("size", profile.size());
+    out.member("shape", profile.isA().shortName());
+    out.member("description", profile.description());
+    if (hasName(profile.material()))
+        out.member("material", profile.material()->name());
+    if (profile.has_offset()) {
+        out.key("offset");
+        out.beginArray();
+        out.value(profile.offset().x);
+        out.value(profile.offset().y);
+        out.endArray();
+    }
+    out.key("parameters");
+    out.beginObject();
+    for (const ShapeParameterInfo& info : profile.isA().parameters())
+        if (profile.hasParameter(info.id)) {
+            out.key(info.key);
+            out.value(profile.parameter(info.id));
+        }
+    out.endObject();
+    if (profile.objectType() == kCustomProfile) {
+        const ProfileGeometry& geometry = static_cast<const CustomProfile&>(profile).geometry();
+        out.key("geometry");
+        out.beginObject();
+        out.key("outer");
+        writeLoop(out, geometry.outer);
+        out.key("holes");
+        out.beginArray();
+        for (const ProfileLoop& hole : geometry.holes)
+            writeLoop(out, hole);
+        out.endArray();
+        out.endObject();
+    }
+    out.endObject();
+}
+
+// Profile names by standard and name, profiles then by size: both orders are total, since
+// the library keeps those unique after folding.
+std::vector<QcSmartPtr<ProfileName>> sortedProfileNames(std::vector<QcSmartPtr<ProfileName>> names) {
+    std::sort(names.begin(), names.end(), [](const auto& a, const auto& b) {
+        return profileNameKey(standardName(*a), a->name()) < profileNameKey(standardName(*b), b->name());
+    });
+    return names;
+}
+
+std::wstring keyOf(const Profile& profile) {
+    const ProfileName* name = profile.name().get();
+    return profileKey(name ? standardName(*name) : OdString(), name ? name->name() : OdString(), profile.size());
 }
 
 template <class T>
@@ -590,6 +695,15 @@ public:
         prepareNames(kComposition);
         readList(top, m_root, "materials", [&](const Json& value, const Place& place) { readMaterial(value, place); });
         readList(top, m_root, "compositions", [&](const Json& value, const Place& place) { readComposition(value, place); });
+        readList(top, m_root, kindKey(kProfileStandard), [&](const Json& value, const Place& place) {
+            if (!value.is_string() || value.get<std::string>().empty())
+                throw ExchangeError(OdString::fromUtf8(place.text() + " is not a name"));
+            const OdString name = OdString::fromUtf8(value.get<std::string>());
+            addName(m_doc, kProfileStandard, name, place);
+            m_doc.profileStandards.push_back(ProfileStandard::create(name));
+        });
+        readList(top, m_root, kindKey(kProfileName), [&](const Json& value, const Place& place) { readProfileName(value, place); });
+        readList(top, m_root, kindKey(kConstructionProfile), [&](const Json& value, const Place& place) { readProfile(value, place); });
         top.finish();
         return std::move(m_doc);
     }
@@ -762,6 +876,124 @@ private:
         m_doc.compositions.push_back(composition);
     }
 
+    // The standard a profile name or profile names, as a stand-in; null for none.
+    QcSmartPtr<ProfileStandard> standardOf(Fields& fields) {
+        auto name = fields.optionalText("standard");
+        if (!name)
+            return QcSmartPtr<ProfileStandard>();
+        requireTarget(kProfileStandard, *name, Place(fields.place(), "standard"));
+        return ProfileStandard::create(OdString::fromUtf8(*name));
+    }
+
+    void readProfileName(const Json& value, const Place& place) {
+        Fields fields(value, place);
+        const OdString name = objectName(fields);
+        fields.setName(utf8(name));
+        QcSmartPtr<ProfileStandard> standard = standardOf(fields);
+        uint32_t type = 0;
+        if (const Json* types = fields.find("type")) {
+            if (!types->is_array() || types->empty())
+                fields.failField("type", "is not a list of profile types");
+            for (const Json& entry : *types) {
+                auto known = std::find_if(std::begin(kProfileTypeNames), std::end(kProfileTypeNames), [&](const auto& t) {
+                    return entry.is_string() && entry.get<std::string>() == t.second;
+                });
+                if (known == std::end(kProfileTypeNames))
+                    fields.failField("type", "holds " + entry.dump() + ", which is no profile type");
+                type |= known->first;
+            }
+        } else {
+            type = kProfileGeneric;
+        }
+        fields.finish();
+        const OdString standardText = standard ? standard->name() : OdString();
+        if (!m_doc.names[kProfileName].insert(profileNameKey(standardText, name)).second)
+            throw ExchangeError(OdString::fromUtf8(place.text() + ": the profile name " + quoted(utf8(name)) +
+                                                   " occurs twice in its standard"));
+        ++m_doc.objectCount;
+        m_doc.profileNames.push_back(ProfileName::create(standard, name, ProfileType(type)));
+    }
+
+    void readLoop(Fields& fields, const Json& value, ProfileLoop& loop) {
+        if (!value.is_array())
+            fields.failField("geometry", "holds a loop that is not a list");
+        for (const Json& edge : value) {
+            if (!edge.is_array() || edge.size() != 3 || !edge[0].is_number() || !edge[1].is_number() || !edge[2].is_number())
+                fields.failField("geometry", "holds an edge other than [x, y, bulge]");
+            loop.emplace_back(Vector2d(edge[0].get<double>(), edge[1].get<double>()), edge[2].get<double>());
+        }
+    }
+
+    void readProfile(const Json& value, const Place& place) {
+        Fields fields(value, place);
+        const std::string shape = fields.requiredText("shape");
+        const ProfileClass* shapeClass = ProfileClass::byName(OdString::fromUtf8(shape));
+        if (!shapeClass)
+            fields.failField("shape", "names no profile shape: " + quoted(shape));
+        QcSmartPtr<Profile> profile = shapeClass->createEmpty();
+        profile->set_size(OdString::fromUtf8(fields.text("size")));
+        QcSmartPtr<ProfileStandard> standard = standardOf(fields);
+        const OdString standardText = standard ? standard->name() : OdString();
+        OdString nameText;
+        if (const auto name = fields.optionalText("name")) {
+            nameText = OdString::fromUtf8(*name);
+            auto profileName = ProfileName::create(standard, nameText, kProfileGeneric);
+            if (!m_doc.names[kProfileName].count(profileNameKey(standardText, nameText)) &&
+                m_library.store().findClash(*profileName, nameText) == 0)
+                fields.fail("refers to the profile name " + quoted(*name) +
+                            ", which is neither in the document nor in the library");
+            profile->set_name(profileName);
+        } else if (standard) {
+            fields.fail("has a standard but no profile name");
+        }
+        fields.setName(utf8(standardText) + " " + utf8(nameText) + " " + utf8(profile->size()));
+        profile->set_description(OdString::fromUtf8(fields.text("description")));
+        profile->set_material(namedTarget<Material>(fields, "material"));
+        if (const Json* offset = fields.find("offset")) {
+            if (!offset->is_array() || offset->size() != 2 || !(*offset)[0].is_number() || !(*offset)[1].is_number())
+                fields.failField("offset", "is not [x, y]");
+            profile->set_offset(Vector2d((*offset)[0].get<double>(), (*offset)[1].get<double>()));
+        }
+        if (const Json* parameters = fields.find("parameters")) {
+            if (!parameters->is_object())
+                fields.failField("parameters", "is not a JSON object");
+            for (auto it = parameters->begin(); it != parameters->end(); ++it) {
+                const ShapeParameterInfo* info = shapeClass->parameter(it.key().c_str());
+                if (!info)
+                    fields.failField("parameters", "names " + quoted(it.key()) + ", which the shape " + shape + " lacks");
+                if (!it->is_number())
+                    fields.failField("parameters", "holds a value of " + quoted(it.key()) + " that is not a number");
+                profile->setParameter(info->id, it->get<double>());
+            }
+        }
+        if (const Json* geometry = fields.find("geometry")) {
+            if (shapeClass->type() != kCustomProfile)
+                fields.failField("geometry", "belongs to custom profiles only");
+            Fields g(*geometry, Place(fields.place(), "geometry"));
+            ProfileGeometry outline;
+            readLoop(fields, g.required("outer"), outline.outer);
+            if (const Json* holes = g.find("holes")) {
+                if (!holes->is_array())
+                    g.failField("holes", "is not a list");
+                for (const Json& hole : *holes) {
+                    outline.holes.emplace_back();
+                    readLoop(fields, hole, outline.holes.back());
+                }
+            }
+            g.finish();
+            try {
+                static_cast<CustomProfile&>(*profile).set_geometry(outline);
+            } catch (const ConsistencyError& e) {
+                fields.failField("geometry", "is no outline: " + utf8(e.message()));
+            }
+        }
+        fields.finish();
+        if (!m_doc.names[kConstructionProfile].insert(profileKey(standardText, nameText, profile->size())).second)
+            throw ExchangeError(OdString::fromUtf8(fields.where() + ": the profile occurs twice in 'profiles'"));
+        ++m_doc.objectCount;
+        m_doc.profiles.push_back(profile);
+    }
+
     const Library& m_library;
     Json& m_root;
     ExchangeDocument m_doc;
@@ -801,6 +1033,25 @@ void scaleLengths(ExchangeDocument& doc, double factor) {
         }
         composition->set_variable_ply_min_thickness(composition->variable_ply_min_thickness() * factor);
     }
+    auto scaled = [factor](ProfileLoop loop) {
+        for (ProfileEdge& edge : loop)
+            edge.start = Vector2d(edge.start.x * factor, edge.start.y * factor);
+        return loop;
+    };
+    for (auto& profile : doc.profiles) {
+        for (const ShapeParameterInfo& info : profile->isA().parameters())
+            if (isLengthParameter(info.id) && profile->hasParameter(info.id))
+                profile->setParameter(info.id, profile->parameter(info.id) * factor);
+        if (profile->has_offset())
+            profile->set_offset(Vector2d(profile->offset().x * factor, profile->offset().y * factor));
+        if (profile->objectType() == kCustomProfile) {
+            auto& custom = static_cast<CustomProfile&>(*profile);
+            ProfileGeometry geometry{scaled(custom.geometry().outer), {}};
+            for (const ProfileLoop& hole : custom.geometry().holes)
+                geometry.holes.push_back(scaled(hole));
+            custom.set_geometry(geometry);
+        }
+    }
 }
 
 // Writes the checked document into the library; runs inside the import's transaction.
@@ -816,8 +1067,20 @@ public:
                 writeShared(*object);
         for (const auto& property : m_doc.properties)
             writeShared(*property);
+        for (const auto& standard : m_doc.profileStandards)
+            writeShared(*standard);
+        for (const auto& name : m_doc.profileNames)
+            writeShared(*name);
         for (const auto& material : m_doc.materials)
             writeOwn(*material);
+        for (const auto& profile : m_doc.profiles) {
+            if (profile->material()) {
+                auto renamed = m_materialNames.find(foldCase(profile->material()->name()));
+                if (renamed != m_materialNames.end())
+                    profile->set_material(Material::create(renamed->second));
+            }
+            writeOwn(*profile);
+        }
         for (const auto& composition : m_doc.compositions) {
             // A ply names its material as the document does; the material may have been
             // stored under another name.
@@ -836,6 +1099,7 @@ public:
 
 private:
     ImportCounts& counts(ObjectType type) {
+        type = exchangedKind(type);
         for (auto& entry : m_report.kinds)
             if (entry.type == type)
                 return entry.counts;
@@ -845,6 +1109,7 @@ private:
     // A kind the library held no object of before the import meets no clash: the document's
     // names are unique per kind, so no lookup is needed. (Material cards may repeat a name.)
     bool mayClash(ObjectType type) {
+        type = exchangedKind(type);
         auto known = m_mayClash.find(type);
         if (known == m_mayClash.end())
             known = m_mayClash.emplace(type, m_store.count(type) > 0 || !m_doc.uniqueNames).first;
@@ -857,9 +1122,9 @@ private:
             m_progress(m_done, m_doc.objectCount);
     }
 
-    // Objects shared by name: the library's object of that name stays.
+    // Objects shared by name: the library's object of that name (and scope) stays.
     void writeShared(const Object& object) {
-        if (mayClash(object.objectType()) && m_store.findId(object.objectType(), object.name()) != 0) {
+        if (mayClash(object.objectType()) && m_store.findClash(object, object.name()) != 0) {
             ++counts(object.objectType()).skipped;
         } else {
             m_store.writeObject(object, 0);
@@ -868,10 +1133,14 @@ private:
         advance();
     }
 
-    OdString freeName(ObjectType type, const OdString& name) const {
+    // A profile's size is renamed within its profile name; the document's profiles of that
+    // name are already written or come later with sizes of their own.
+    OdString freeName(const Object& object, const OdString& name) const {
+        const ObjectType type = exchangedKind(object.objectType());
         for (unsigned n = 2;; ++n) {
             OdString candidate = OdString::formatted(L"%ls_%u", name.c_str(), n);
-            if (m_store.findId(type, candidate) == 0 && !m_doc.names.at(type).count(foldCase(candidate)))
+            if (m_store.findClash(object, candidate) == 0 &&
+                (type == kConstructionProfile || !m_doc.names.at(type).count(foldCase(candidate))))
                 return candidate;
         }
     }
@@ -879,7 +1148,7 @@ private:
     void writeOwn(Object& object) {
         const ObjectType type = object.objectType();
         ImportCounts& c = counts(type);
-        const uint32_t clash = mayClash(type) ? m_store.findId(type, object.name()) : 0;
+        const uint32_t clash = mayClash(type) ? m_store.findClash(object, object.name()) : 0;
         if (clash == 0) {
             m_store.writeObject(object, 0);
             ++c.created;
@@ -890,7 +1159,7 @@ private:
             ++c.overwritten;
         } else {
             const OdString original = object.name();
-            object.set_name(freeName(type, original));
+            object.set_name(freeName(object, original));
             m_store.writeObject(object, 0);
             ++c.renamed;
             m_report.renames.push_back({type, original, object.name()});
@@ -913,12 +1182,21 @@ private:
 }  // namespace
 
 const std::vector<ObjectType>& exchangedKinds() {
-    static const std::vector<ObjectType> kinds = {kTag, kLayer, kMaterialType, kCompositionType,
-                                                  kCustomProperty, kMaterial, kComposition};
+    static const std::vector<ObjectType> kinds = {kTag,      kLayer,       kMaterialType,    kCompositionType,
+                                                  kCustomProperty, kMaterial, kComposition, kProfileStandard,
+                                                  kProfileName,    kConstructionProfile};
     return kinds;
 }
 
 std::string exchangeKindKey(ObjectType type) { return kindKey(type); }
+
+std::wstring profileNameKey(const OdString& standard, const OdString& name) {
+    return foldCase(standard) + L'\n' + foldCase(name);
+}
+
+std::wstring profileKey(const OdString& standard, const OdString& name, const OdString& size) {
+    return profileNameKey(standard, name) + L'\n' + foldCase(size);
+}
 
 std::string exchangeUnitName(OdDb::UnitsValue unit) { return unitName(unit); }
 
@@ -942,17 +1220,40 @@ std::string exportLibrary(const Library& library, const std::set<ObjectType>& ki
     // One snapshot for all reads, so the document is one state of the library.
     LibraryStore::ReadScope snapshot(library.store());
 
-    // Compositions first: the materials they use join the document, and then what those use.
+    // Compositions and profiles first: the materials they use join the document, and then
+    // what those use.
     std::map<ObjectType, std::set<std::wstring>> referenced;
     auto compositions = chosen(wanted(kComposition) ? allOf<Composition>(library) : std::vector<QcSmartPtr<Composition>>(),
                                true, {});
     for (const auto& composition : compositions)
         collectReferences(*composition, referenced);
+    std::vector<QcSmartPtr<Profile>> profiles;
+    if (wanted(kConstructionProfile)) {
+        library.get(profiles, ProfileCriteria());
+        std::vector<std::pair<std::wstring, QcSmartPtr<Profile>>> keyed;
+        for (auto& profile : profiles) {
+            keyed.emplace_back(keyOf(*profile), profile);
+            collectReferences(*profile, referenced);
+        }
+        std::sort(keyed.begin(), keyed.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+        profiles.clear();
+        for (auto& entry : keyed)
+            profiles.push_back(entry.second);
+    }
+    // A profile name is chosen with the names of its profiles; a standard with its names.
+    std::vector<QcSmartPtr<ProfileName>> profileNames = sortedProfileNames(allOf<ProfileName>(library));
+    if (!wanted(kProfileName))
+        profileNames.erase(std::remove_if(profileNames.begin(), profileNames.end(),
+                                          [&](const auto& n) { return !referenced[kProfileName].count(foldCase(n->name())); }),
+                           profileNames.end());
+    for (const auto& name : profileNames)
+        if (!standardName(*name).isEmpty())
+            referenced[kProfileStandard].insert(foldCase(standardName(*name)));
     auto materials = chosen(allOf<Material>(library), wanted(kMaterial), referenced[kMaterial]);
     for (const auto& material : materials)
         collectReferences(*material, referenced);
 
-    const size_t total = materials.size() + compositions.size();
+    const size_t total = materials.size() + compositions.size() + profiles.size();
     size_t done = 0;
     auto advance = [&] {
         if (progress && ++done % 256 == 0)
@@ -991,6 +1292,20 @@ std::string exportLibrary(const Library& library, const std::set<ObjectType>& ki
     doc.beginArray();
     for (const auto& composition : compositions) {
         writeComposition(doc, *composition);
+        advance();
+    }
+    doc.endArray();
+    writeNames(doc, "profileStandards",
+               chosen(allOf<ProfileStandard>(library), wanted(kProfileStandard), referenced[kProfileStandard]));
+    doc.key("profileNames");
+    doc.beginArray();
+    for (const auto& name : profileNames)
+        writeProfileName(doc, *name);
+    doc.endArray();
+    doc.key("profiles");
+    doc.beginArray();
+    for (const auto& profile : profiles) {
+        writeProfile(doc, *profile);
         advance();
     }
     doc.endArray();

@@ -11,6 +11,7 @@
 #include <vantlib/Composition.h>
 #include <vantlib/Exchange.h>
 #include <vantlib/Material.h>
+#include <vantlib/Profile.h>
 
 namespace vantlib {
 
@@ -24,7 +25,14 @@ struct ExchangeDocument {
     std::vector<QcSmartPtr<CustomProperty>> properties;
     std::vector<QcSmartPtr<Material>> materials;
     std::vector<QcSmartPtr<Composition>> compositions;
-    // Folded names per kind: duplicates, references inside the document, free names.
+    std::vector<QcSmartPtr<ProfileStandard>> profileStandards;
+    // Each refers to its standard by a stand-in of that name.
+    std::vector<QcSmartPtr<ProfileName>> profileNames;
+    // Each refers to its profile name and material by stand-ins of their names.
+    std::vector<QcSmartPtr<Profile>> profiles;
+    // Folded names per kind: duplicates, references inside the document, free names. A
+    // profile name is known by its standard's and its own name (profileNameKey), a profile by
+    // that and its size (profileKey), under kConstructionProfile.
     std::map<ObjectType, std::set<std::wstring>> names;
     size_t objectCount = 0;
     // False when two objects of a kind may have the same name (material cards).
@@ -38,6 +46,9 @@ struct ExchangeDocument {
         throw ConsistencyError(OdString(L"Not a kind shared by name"));
     }
 };
+
+std::wstring profileNameKey(const OdString& standard, const OdString& name);
+std::wstring profileKey(const OdString& standard, const OdString& name, const OdString& size);
 
 // Writes the objects into the library in one transaction, lengths converted into the
 // library's unit; everything or nothing.
