@@ -5,6 +5,7 @@
 // returns an empty or false value; a host passes an object of a derived class that does the
 // real work, and the editor works (with less) without one.
 #include <set>
+#include <utility>
 #include <vector>
 
 #include <OdArray.h>
