@@ -41,7 +41,7 @@ SectionProperties properties(const vantlib::Profile& profile);
 
 // True when the two profiles have the same shape and their sections agree within `tolerance`
 // times the size of the first one's section. `scale` converts the second profile's lengths
-// to the first one's unit.
+// to the first one's unit. The first profile must make a section (throws like outline()).
 bool sameSection(const vantlib::Profile& a, const vantlib::Profile& b, double scale = 1.0, double tolerance = 1e-3);
 
 // The outline turned a quarter round the origin (counter-clockwise when `left`) or mirrored
