@@ -3,6 +3,7 @@
 // to, refused removal while referred to, purged when nothing refers to it.
 #include "support.h"
 
+#include <map>
 #include <sstream>
 
 #include "Kinds.h"
@@ -154,7 +155,12 @@ ObjectKey standardReferrer(Library& library, const Object& target) {
 
 ObjectKey profileNameReferrer(Library& library, const Object& target) {
     QcSmartPtr<ProfileName> name = library.get<ProfileName>(target.id());
-    return library.save(QcSmartPtr<Profile>(IShapeProfile::create(name, W("Uses name")).get()))->key();
+    QcSmartPtr<IShapeProfile> profile = IShapeProfile::create(name, W("Uses name"));
+    profile->set_overall_depth(100);
+    profile->set_overall_width(50);
+    profile->set_web_thickness(4);
+    profile->set_flange_thickness(6);
+    return library.save(QcSmartPtr<Profile>(profile.get()))->key();
 }
 
 // A profile of the class with every dimension set (optional ones too), an offset, a material
@@ -171,9 +177,24 @@ QcSmartPtr<Object> makeProfile(Library& library, ObjectType type, const OdString
     profile->set_offset(Vector2d(-12.5, 0.25));
     QcSmartPtr<Material> steel = library.get<Material>(NameKey(W("S355")));
     profile->set_material(steel ? steel : library.save(Material::create(W("S355"))));
-    double value = 0.5;
+    // Dimensions that make a section of every shape (libraries refuse impossible ones).
+    using S = ShapeParameter;
+    const std::map<ShapeParameter, double> dimensions{
+        {S::kOverallDepth, 200.5}, {S::kOverallWidth, 100.25}, {S::kTopFlangeWidth, 80.5}, {S::kWebThickness, 6.125},
+        {S::kFlangeThickness, 10.5}, {S::kTopFlangeThickness, 8.25}, {S::kFilletRadius, 5.5},
+        {S::kTopFlangeFilletRadius, 4.5}, {S::kCentreOfGravityInX, -3.25}, {S::kCentreOfGravityInY, 3.75},
+        {S::kDepth, 120.5}, {S::kWidth, 60.25}, {S::kThickness, 8.5}, {S::kEdgeRadius, 4.25}, {S::kLegSlope, 0.0625},
+        {S::kFlangeWidth, 60.5}, {S::kFlangeSlope, 0.0625}, {S::kGirth, 20.5}, {S::kWallThickness, 3.125},
+        {S::kInternalFilletRadius, 3.5}, {S::kFlangeEdgeRadius, 4.5}, {S::kWebEdgeRadius, 1.5}, {S::kWebSlope, 0.03125},
+        {S::kHeadDepth2, 40.5}, {S::kHeadDepth3, 20.5}, {S::kBaseDepth1, 10.5}, {S::kBaseDepth2, 30.5},
+        {S::kBaseDepth3, 20.25}, {S::kOverallHeight, 150.5}, {S::kHeadWidth, 60.75}, {S::kBaseWidth2, 120.5},
+        {S::kBaseWidth4, 40.5}, {S::kRadius, 40.25}, {S::kSemiAxis1, 40.5}, {S::kSemiAxis2, 20.5}, {S::kXDim, 80.5},
+        {S::kYDim, 50.25}, {S::kBottomXDim, 60.5}, {S::kTopXDim, 30.25}, {S::kTopXOffset, -10.5},
+        {S::kInnerFilletRadius, 2.5}, {S::kOuterFilletRadius, 5.25}, {S::kRoundingRadius, 5.125}};
     for (const ShapeParameterInfo& p : shape->parameters())
-        profile->setParameter(p.id, value += 10.125);
+        profile->setParameter(p.id, dimensions.at(p.id));
+    if (type == kCraneRailAShapeProfile || type == kCraneRailFShapeProfile)
+        profile->setParameter(S::kRadius, 5.25);
     if (type == kCustomProfile) {
         ProfileGeometry outline;
         outline.outer = {ProfileEdge(Vector2d(0, 0)), ProfileEdge(Vector2d(100, 0), 0.4142135623730951),

@@ -10,6 +10,16 @@ using namespace vltest;
 
 namespace {
 
+// An I-shape of the depth with the other dimensions in proportion.
+QcSmartPtr<IShapeProfile> beamOf(const QcSmartPtr<ProfileName>& name, const OdString& size, double depth) {
+    QcSmartPtr<IShapeProfile> profile = IShapeProfile::create(name, size);
+    profile->set_overall_depth(depth);
+    profile->set_overall_width(depth / 2);
+    profile->set_web_thickness(depth / 40);
+    profile->set_flange_thickness(depth / 25);
+    return profile;
+}
+
 class ProfileLibrary : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -21,9 +31,7 @@ protected:
     }
 
     QcSmartPtr<Profile> addI(const QcSmartPtr<ProfileName>& name, const OdString& size, double depth) {
-        QcSmartPtr<IShapeProfile> profile = IShapeProfile::create(name, size);
-        profile->set_overall_depth(depth);
-        return library->save(QcSmartPtr<Profile>(profile.get()));
+        return library->save(QcSmartPtr<Profile>(beamOf(name, size, depth).get()));
     }
 
     std::vector<OdString> names(const ProfilesPanelQuery& query) {
@@ -72,6 +80,7 @@ TEST_F(ProfileLibrary, ASizeIsUniqueWithinItsProfileNameOnly) {
 
     // A circle of the same name and size clashes with the I-shape: identity ignores the shape.
     QcSmartPtr<CircleProfile> round = CircleProfile::create(ipe, W("200"));
+    round->set_radius(100);
     reactor.answer = kSaveRename;
     QcSmartPtr<Profile> renamed = library->save(QcSmartPtr<Profile>(round.get()));
     ASSERT_EQ(1u, reactor.clashes.size());
@@ -82,6 +91,7 @@ TEST_F(ProfileLibrary, ASizeIsUniqueWithinItsProfileNameOnly) {
     // Overwrite replaces the row, and with it the class.
     QcSmartPtr<RectangleProfile> plate = RectangleProfile::create(hea, W("200"));
     plate->set_x_dim(200);
+    plate->set_y_dim(20);
     reactor.answer = kSaveOverwrite;
     QcSmartPtr<Profile> overwritten = library->save(QcSmartPtr<Profile>(plate.get()));
     EXPECT_EQ(hea200->id(), overwritten->id());
@@ -148,8 +158,15 @@ TEST_F(ProfileLibrary, PanelQueryCombinesTypeClassStandardNameAndText) {
     addI(hea, W("200"), 190);
     QcSmartPtr<CircleHollowProfile> pipe = CircleHollowProfile::create(duct, W("DN 100"));
     pipe->set_description(W("spiral seam"));
+    pipe->set_radius(50);
+    pipe->set_wall_thickness(1);
     library->save(QcSmartPtr<Profile>(pipe.get()));
     QcSmartPtr<AsymmetricIShapeProfile> girder = AsymmetricIShapeProfile::create(hea, W("W1"));
+    girder->set_overall_depth(400);
+    girder->set_overall_width(300);
+    girder->set_web_thickness(10);
+    girder->set_flange_thickness(20);
+    girder->set_top_flange_width(200);
     library->save(QcSmartPtr<Profile>(girder.get()));
 
     ProfilesPanelQuery all;
@@ -188,10 +205,33 @@ TEST_F(ProfileLibrary, PanelQueryCombinesTypeClassStandardNameAndText) {
     EXPECT_EQ(Names{W("EN 10365 HEA 200")}, names(text)) << "the full name is searched";
 }
 
+TEST_F(ProfileLibrary, AProfileThatMakesNoSectionIsRefusedWithTheReason) {
+    QcSmartPtr<IShapeProfile> flat = beamOf(ipe, W("0"), 200);
+    flat->set_overall_depth(0);
+    try {
+        library->save(QcSmartPtr<Profile>(flat.get()));
+        FAIL() << "a profile without depth was saved";
+    } catch (const ConsistencyError& error) {
+        EXPECT_NE(-1, error.message().find(L"depth")) << error.what();
+    }
+    QcSmartPtr<UShapeProfile> channel = UShapeProfile::create(ipe, W("U"));
+    channel->set_depth(100);
+    channel->set_flange_width(50);
+    channel->set_web_thickness(60);
+    channel->set_flange_thickness(8);
+    EXPECT_THROW(library->save(QcSmartPtr<Profile>(channel.get())), ConsistencyError);
+    channel->set_web_thickness(6);
+    channel->set_flange_slope(-0.1);
+    EXPECT_THROW(library->save(QcSmartPtr<Profile>(channel.get())), ConsistencyError);
+    channel->set_flange_slope(0.1);
+    EXPECT_NO_THROW(library->save(QcSmartPtr<Profile>(channel.get())));
+    EXPECT_EQ(1u, library->count<Profile>()) << "nothing of the refused saves was kept";
+}
+
 TEST_F(ProfileLibrary, RemovalIsRefusedWhileUsedAndCopyBringsStandardAndName) {
     RecordingReactor reactor;
     QcSmartPtr<Material> steel = library->save(Material::create(W("S355")));
-    QcSmartPtr<IShapeProfile> beam = IShapeProfile::create(ipe, W("240"));
+    QcSmartPtr<IShapeProfile> beam = beamOf(ipe, W("240"), 240);
     beam->set_material(steel);
     beam->set_fillet_radius(15);
     QcSmartPtr<Profile> stored = library->save(QcSmartPtr<Profile>(beam.get()));
@@ -270,7 +310,7 @@ TEST(ProfileMigration, AVersionOneLibraryOpensWithEveryObjectAndTakesProfiles) {
 
     QcSmartPtr<ProfileName> name =
         library->save(ProfileName::create(ProfileStandard::create(W("EN 10365")), W("IPE"), kProfileStructuralSteel));
-    QcSmartPtr<IShapeProfile> beam = IShapeProfile::create(name, W("200"));
+    QcSmartPtr<IShapeProfile> beam = beamOf(name, W("200"), 200);
     beam->set_material(library->get<Material>(NameKey(W("Concrete C30/37"))));
     library->save(QcSmartPtr<Profile>(beam.get()));
     library.reset();

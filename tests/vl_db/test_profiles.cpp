@@ -86,6 +86,16 @@ TEST(ProfileNames, LabelsOfTypesShapesAndTheUserDefinedStandard) {
     EXPECT_EQ(stored, vl_db::convertProfileStandardLabel(stored, vl_db::kDisplayedString));
 }
 
+// Libraries keep only profiles that make a section.
+vl_db::ProfilePtr beam(const QcSmartPtr<vantlib::ProfileName>& name, const wchar_t* size, double depth) {
+    auto profile = vantlib::IShapeProfile::create(name, size);
+    profile->set_overall_depth(depth);
+    profile->set_overall_width(depth / 2);
+    profile->set_web_thickness(depth / 40);
+    profile->set_flange_thickness(depth / 25);
+    return vl_db::ProfilePtr(profile.get());
+}
+
 class ProfileEntitiesTest : public DrawingFixture {
 protected:
     void SetUp() override {
@@ -94,8 +104,8 @@ protected:
         project = vl_db::docLibs(db)->primary(true);
         auto name = project->save(vantlib::ProfileName::create(vantlib::ProfileStandard::create(L"EN 10365"), L"IPE",
                                                                vantlib::kProfileStructuralSteel));
-        ipe200 = project->save(vl_db::ProfilePtr(vantlib::IShapeProfile::create(name, L"200").get()));
-        ipe300 = project->save(vl_db::ProfilePtr(vantlib::IShapeProfile::create(name, L"300").get()));
+        ipe200 = project->save(beam(name, L"200", 200));
+        ipe300 = project->save(beam(name, L"300", 300));
         for (int i = 0; i < 3; ++i)
             beams.push_back(db->addEntity(OdDbEntity::createObject()));
     }

@@ -17,6 +17,8 @@
 #include <SQLiteCpp/Database.h>
 #include <gtest/gtest.h>
 
+#include <vantlib/vantlib.h>
+
 #include "DemoContent.h"
 
 namespace {
@@ -460,4 +462,74 @@ TEST_F(VlibTool, ImportProfilesReportsCountsPerClassAndExportProfilesReadsBack) 
     EXPECT_EQ(cut.exitCode, 1);
     EXPECT_NE(cut.err.find("truncated"), std::string::npos) << cut.err;
     EXPECT_NE(cut.err.find("nothing was imported"), std::string::npos) << cut.err;
+}
+
+// A library with a few sections of the tables and a user-defined profile.
+fs::path profileLibrary() {
+    const fs::path file = fs::temp_directory_path() / ("vlib_profiles_" + std::to_string(::getpid()) + ".vlib");
+    fs::remove(file);
+    using namespace vantlib;
+    auto library = Library::create(OdString(file.wstring()), OdDb::kUnitsMillimeters);
+    auto en = ProfileStandard::create(OdString(L"EN 10365"));
+    auto ipe = library->save(ProfileName::create(en, OdString(L"IPE"), kProfileStructuralSteel));
+    auto hea = library->save(ProfileName::create(en, OdString(L"HEA"), kProfileStructuralSteel));
+    auto angle = library->save(
+        ProfileName::create(ProfileStandard::create(OdString(L"EN 10056")), OdString(L"L"), kProfileStructuralSteel));
+    auto duct = library->save(ProfileName::create(QcSmartPtr<ProfileStandard>(), OdString(L"Duct"), kProfileHvac));
+    auto addI = [&](const QcSmartPtr<ProfileName>& name, const wchar_t* size, double h, double b, double tw,
+                    double tf, double r) {
+        auto p = IShapeProfile::create(name, OdString(size));
+        p->set_overall_depth(h);
+        p->set_overall_width(b);
+        p->set_web_thickness(tw);
+        p->set_flange_thickness(tf);
+        p->set_fillet_radius(r);
+        library->save(QcSmartPtr<Profile>(p.get()));
+    };
+    addI(ipe, L"200", 200, 100, 5.6, 8.5, 12);
+    addI(ipe, L"80", 80, 46, 3.8, 5.2, 5);
+    addI(hea, L"200", 190, 200, 6.5, 10, 18);
+    auto l = LShapeProfile::create(angle, OdString(L"100x10"));
+    l->set_depth(100);
+    l->set_thickness(10);
+    l->set_fillet_radius(12);
+    l->set_edge_radius(6);
+    library->save(QcSmartPtr<Profile>(l.get()));
+    auto round = CircleHollowProfile::create(duct, OdString(L"DN 200"));
+    round->set_radius(100);
+    round->set_wall_thickness(1);
+    round->set_description(OdString(L"spiral seam"));
+    library->save(QcSmartPtr<Profile>(round.get()));
+    return file;
+}
+
+TEST_F(VlibTool, ShowPrintsAProfilesSectionAndListFiltersAsTheDialog) {
+    const std::string library = profileLibrary().string();
+    const ToolRun ipe = vlib({"show", library, "profile", "IPE 200"});
+    ASSERT_EQ(ipe.exitCode, 0) << ipe.err;
+    const auto shown = fields(ipe.out);
+    EXPECT_EQ(shown.at("Standard"), "EN 10365");
+    EXPECT_EQ(shown.at("Type"), "Structural Steel");
+    EXPECT_EQ(shown.at("Area"), "2848.41 mm2 (28.48 cm2)");
+    EXPECT_EQ(shown.at("Extents"), "100 x 200 mm");
+    EXPECT_EQ(shown.at("  web_thickness"), "5.6 mm");
+    EXPECT_EQ(shown.at("Centroid from the centre of the extents"), "0.00, 0.00 mm");
+
+    const ToolRun hea = vlib({"show", library, "profile", "en 10365 hea 200"});
+    ASSERT_EQ(hea.exitCode, 0) << hea.err;
+    EXPECT_EQ(fields(hea.out).at("Area").substr(0, 19), "5383.12 mm2 (53.83 ");
+    const ToolRun angle = vlib({"show", library, "profile", "L 100x10"});
+    ASSERT_EQ(angle.exitCode, 0) << angle.err;
+    EXPECT_EQ(fields(angle.out).at("Area"), "1915.45 mm2 (19.15 cm2)");
+    EXPECT_EQ(vlib({"show", library, "profile", "IPE 999"}).exitCode, 1);
+
+    EXPECT_EQ(vlib({"list", library, "profiles"}).out,
+              "Duct DN 200\nEN 10056 L 100x10\nEN 10365 HEA 200\nEN 10365 IPE 80\nEN 10365 IPE 200\n");
+    EXPECT_EQ(vlib({"list", library, "profile", "--standard", "EN 10365", "--shape", "IShape", "--text", "ipe"}).out,
+              "EN 10365 IPE 80\nEN 10365 IPE 200\n");
+    EXPECT_EQ(vlib({"list", library, "profile", "--type", "hvac"}).out, "Duct DN 200\n");
+    EXPECT_EQ(vlib({"list", library, "profile", "--text", "spiral"}).out, "Duct DN 200\n");
+    EXPECT_EQ(vlib({"list", library, "profile", "--shape", "Banana"}).exitCode, 2);
+    EXPECT_EQ(vlib({"list", library, "material", "--text", "x"}).exitCode, 2);
+    fs::remove(library);
 }

@@ -104,6 +104,11 @@ const Kind& kindFromWord(const std::string& word) {
     throw UsageError("unknown kind '" + word + "' (one of: " + known + ")");
 }
 
+bool isProfileWord(const std::string& word) {
+    const std::string wanted = lowered(word);
+    return wanted == "profile" || wanted == "profiles";
+}
+
 const Kind* findKind(vantlib::ObjectType type) {
     for (const Kind& kind : kinds())
         if (kind.type == type)

@@ -37,6 +37,9 @@ const Kind& kindFromWord(const std::string& word);
 // The kind of a numeric object type; null for kinds vlib does not handle.
 const Kind* findKind(vantlib::ObjectType type);
 
+// Profiles are listed and shown by their full names, not as a kind of named objects.
+bool isProfileWord(const std::string& word);
+
 OdString toOd(const std::string& utf8);
 std::string toUtf8(const OdString& text);
 

@@ -1,12 +1,15 @@
-// vlib show FILE composition NAME | vlib show FILE material NAME
+// vlib show FILE composition NAME | vlib show FILE material NAME | vlib show FILE profile "FULL NAME"
 #include <algorithm>
+#include <cmath>
 #include <ostream>
 #include <stdexcept>
 
 #include <OdNumberText.h>
 
+#include <section/SectionGeometry.h>
 #include <vantlib/BuildUpPhysics.h>
 #include <vantlib/vantlib.h>
+#include <vl_db/Profiles.h>
 
 #include "Arguments.h"
 #include "Commands.h"
@@ -149,20 +152,98 @@ void showMaterial(const vantlib::Library& library, const OdString& name, std::os
         << '\n';
 }
 
+bool isSlope(vantlib::ShapeParameter id) {
+    return id == vantlib::ShapeParameter::kLegSlope || id == vantlib::ShapeParameter::kFlangeSlope ||
+           id == vantlib::ShapeParameter::kWebSlope;
+}
+
+// A profile by its full name ("IPE 200") or its name with the standard ("EN 10365 IPE 200"),
+// letter case ignored; a name that several profiles share is refused with their names.
+QcSmartPtr<vantlib::Profile> profileByName(const vantlib::Library& library, const OdString& name) {
+    std::vector<QcSmartPtr<vantlib::Profile>> all;
+    library.get(all);
+    const vantlib::StringCriteria wanted = vantlib::StringCriteria().equals(name);
+    std::vector<QcSmartPtr<vantlib::Profile>> found;
+    for (const auto& profile : all)
+        if (wanted.matches(profile->displayName()) || wanted.matches(vl_db::fullProfileName(*profile)))
+            found.push_back(profile);
+    if (found.empty())
+        throw std::runtime_error("no profile named '" + toUtf8(name) + "'");
+    if (found.size() > 1) {
+        std::string names;
+        for (const auto& profile : found)
+            names += "\n  " + toUtf8(profile->displayName());
+        throw std::runtime_error("several profiles are named '" + toUtf8(name) + "':" + names);
+    }
+    return found.front();
+}
+
+void showProfile(const vantlib::Library& library, const OdString& name, std::ostream& out) {
+    const QcSmartPtr<vantlib::Profile> profile = profileByName(library, name);
+    const std::string symbol = unitSymbol(library.unit());
+    out << "Profile: " << toUtf8(vl_db::fullProfileName(*profile)) << '\n';
+    const auto& profileName = profile->name();
+    if (profileName && profileName->standard())
+        out << "Standard: " << toUtf8(profileName->standard()->name()) << '\n';
+    if (profileName)
+        out << "Type: " << toUtf8(vl_db::getProfileTypeLabel(profileName->type())) << '\n';
+    out << "Shape: " << toUtf8(vl_db::getProfileShapeLabel(profile->objectType(), false)) << " ("
+        << profile->isA().shortName() << ")\n";
+    if (!profile->description().isEmpty())
+        out << "Description: " << toUtf8(profile->description()) << '\n';
+    if (profile->material())
+        out << "Material: " << toUtf8(profile->material()->name()) << '\n';
+    if (profile->has_offset())
+        out << "Offset: " << general(profile->offset().x) << ", " << general(profile->offset().y) << ' ' << symbol << '\n';
+    const auto& parameters = profile->isA().parameters();
+    if (!parameters.empty())
+        out << "Parameters:\n";
+    for (const vantlib::ShapeParameterInfo& info : parameters)
+        if (profile->hasParameter(info.id))
+            out << "  " << info.key << ": " << general(profile->parameter(info.id)) << ' '
+                << (isSlope(info.id) ? "rad" : symbol) << '\n';
+    const OdString fault = section::sectionFault(*profile);
+    if (!fault.isEmpty()) {
+        out << "Section: none, " << toUtf8(fault) << '\n';
+        return;
+    }
+    const section::SectionProperties section = section::properties(*profile);
+    out << "Area: " << number(section.area, 2) << ' ' << symbol << "2";
+    // Tables give areas of sections in cm2 or in2, whatever unit their dimensions use.
+    const OdDb::UnitsValue tableUnit = oddbIsImperialUnit(library.unit()) ? OdDb::kUnitsInches : OdDb::kUnitsCentimeters;
+    if (library.unit() != tableUnit && library.unit() != OdDb::kUnitsUndefined) {
+        const double factor = oddbGetUnitsConversion(library.unit(), tableUnit);
+        out << " (" << number(section.area * factor * factor, 2) << ' ' << unitSymbol(tableUnit) << "2)";
+    }
+    out << '\n';
+    if (section.grossArea != section.area)
+        out << "Gross area: " << number(section.grossArea, 2) << ' ' << symbol << "2\n";
+    out << "Extents: " << general(section.extents.width()) << " x " << general(section.extents.height()) << ' '
+        << symbol << '\n';
+    // Rounding leaves no sign on a coordinate that is 0 to the places shown.
+    const auto coordinate = [](double value) { return number(std::fabs(value) < 0.005 ? 0.0 : value, 2); };
+    out << "Centroid from the centre of the extents: " << coordinate(section.centroid.x) << ", "
+        << coordinate(section.centroid.y) << ' ' << symbol << '\n';
+}
+
 }  // namespace
 
 int showCommand(const Words& words, std::ostream& out) {
     const Arguments args(words, {}, {});
     args.requirePositional(3, "FILE KIND NAME");
-    const Kind& kind = kindFromWord(args.positional()[1]);
     const OdString name = toOd(args.positional()[2]);
+    if (isProfileWord(args.positional()[1])) {
+        showProfile(*openLibrary(args.positional()[0], true), name, out);
+        return 0;
+    }
+    const Kind& kind = kindFromWord(args.positional()[1]);
     const auto library = openLibrary(args.positional()[0], true);
     if (kind.type == vantlib::kComposition)
         showComposition(*library, name, out);
     else if (kind.type == vantlib::kMaterial)
         showMaterial(*library, name, out);
     else
-        throw UsageError(std::string("show prints materials and compositions, not ") + kind.plural);
+        throw UsageError(std::string("show prints materials, compositions and profiles, not ") + kind.plural);
     return 0;
 }
 

@@ -232,6 +232,10 @@ bool readProfileRow(const Statement& row, Object& object) {
 
 void bindProfileRow(Statement& stmt, const Object& object) {
     const Profile& profile = static_cast<const Profile&>(object);
+    const OdString fault = shapeFault(profile);
+    if (!fault.isEmpty())
+        throw ConsistencyError(OdString::formatted(L"The profile '%ls' cannot be saved: %ls", profile.displayName().c_str(),
+                                                   fault.c_str()));
     stmt.bind(1, profile.size())
         .bind(3, profile.description())
         .bind(5, unsigned(profile.objectType()))

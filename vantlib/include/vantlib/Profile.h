@@ -444,6 +444,11 @@ private:
     ProfileGeometry m_geometry;
 };
 
+// Why the profile's dimensions make no section (no depth, a web thicker than the flange is
+// wide, radii larger than the parts they round, ...); empty when they make one. Libraries
+// refuse to save a profile with a fault.
+OdString shapeFault(const Profile& profile);
+
 #undef VL_SHAPE_PARAMETER
 #undef VL_PROFILE_CLASS
 

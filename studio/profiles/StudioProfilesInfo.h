@@ -1,0 +1,33 @@
+#pragma once
+// The studio's profile services to the profiles editor: entities using profiles through the
+// drawing-side manager, section geometry through the section library, and the standards the
+// setting BIMPROFILESTANDARDS allows.
+#include <app/profiles/ProfilesInfo.h>
+
+class StudioProfilesInfo : public ProfilesInfo {
+public:
+    void findProfileId(OdDbDatabase& db, unsigned profileId, OdArray<OdDbObjectId>& entities) override;
+    void removeProfileId(const OdArray<OdDbObjectId>& entities) override;
+    void removeProfileId(OdDbDatabase& db, unsigned profileId, OdArray<OdDbObjectId>& entities) override;
+    void applyProfile(const QcSmartPtr<vantlib::Profile>& profile, const OdArray<OdDbObjectId>& entities) override;
+    void setProfileId(unsigned profileId, const OdArray<OdDbObjectId>& entities) override;
+    double getProfileArea(OdDbDatabase& db, const vantlib::Profile& profile) override;
+    double getProfileGrossArea(OdDbDatabase& db, const vantlib::Profile& profile) override;
+    OdArray<OdSmartPtr<OdDbEntity>> getRotatedProfileEntityArr(OdDbDatabase& db, vantlib::CustomProfile& profile,
+                                                               bool left) override;
+    OdArray<OdSmartPtr<OdDbEntity>> getMirroredProfileEntityArr(OdDbDatabase& db, vantlib::CustomProfile& profile,
+                                                                bool horizontal) override;
+    bool findInDB(OdDbDatabase& db, const vantlib::Profile& profile, OdDb::UnitsValue unit,
+                  std::vector<QcSmartPtr<vantlib::Profile>>& matches) override;
+    std::pair<double, double> getProfileDims(const vantlib::Profile& profile) override;
+    vantlib::Vector2d toCentroid(const vantlib::Profile& profile) override;
+    void getAllowedProfileStandards(std::set<OdString>& standards) override;
+    bool expandProfileStandards(OdDbDatabase* db, std::set<OdString>& standards) override;
+    bool isValidProfile(const vantlib::Profile& profile) override;
+};
+
+// The standards named by a BIMPROFILESTANDARDS value: separated by ';' or ',', blanks trimmed.
+std::set<OdString> parseProfileStandards(const OdString& setting);
+// The names in `available` that an allowed entry names: the same name (letter case ignored) or
+// a name that begins with the entry and a blank ("EN" allows "EN 10365").
+std::set<OdString> matchProfileStandards(const std::set<OdString>& allowed, const std::vector<OdString>& available);
