@@ -244,8 +244,24 @@ TEST_F(ExchangeTest, TheIfcExportReadsBackWithTheSameParameters) {
         Transaction transaction(library);
         auto name = library->save(ProfileName::create(ProfileStandard::create(W("EN 10365")), W("IPE"),
                                                       kProfileStructuralSteel));
-        // One profile of every shape IFC4 has, with every parameter set to a distinct value.
-        double value = 3.25;
+        // One profile of every shape IFC4 has, every parameter set: dimensions that make a
+        // section, each made distinct by its own eighth so that no two can be swapped unseen.
+        const std::map<ShapeParameter, double> typical{
+            {ShapeParameter::kOverallDepth, 200}, {ShapeParameter::kOverallWidth, 100},
+            {ShapeParameter::kTopFlangeWidth, 80}, {ShapeParameter::kWebThickness, 6},
+            {ShapeParameter::kFlangeThickness, 10}, {ShapeParameter::kTopFlangeThickness, 8},
+            {ShapeParameter::kFilletRadius, 5}, {ShapeParameter::kTopFlangeFilletRadius, 4},
+            {ShapeParameter::kCentreOfGravityInX, 20}, {ShapeParameter::kCentreOfGravityInY, 30},
+            {ShapeParameter::kDepth, 120}, {ShapeParameter::kWidth, 60}, {ShapeParameter::kThickness, 8},
+            {ShapeParameter::kEdgeRadius, 2}, {ShapeParameter::kLegSlope, 0.0625},
+            {ShapeParameter::kFlangeWidth, 60}, {ShapeParameter::kFlangeSlope, 0.0625}, {ShapeParameter::kGirth, 20},
+            {ShapeParameter::kWallThickness, 3}, {ShapeParameter::kInternalFilletRadius, 3},
+            {ShapeParameter::kFlangeEdgeRadius, 2}, {ShapeParameter::kWebEdgeRadius, 2},
+            {ShapeParameter::kWebSlope, 0.0625}, {ShapeParameter::kOuterFilletRadius, 5},
+            {ShapeParameter::kInnerFilletRadius, 2}, {ShapeParameter::kRadius, 40}, {ShapeParameter::kSemiAxis1, 40},
+            {ShapeParameter::kSemiAxis2, 20}, {ShapeParameter::kXDim, 80}, {ShapeParameter::kYDim, 50},
+            {ShapeParameter::kBottomXDim, 60}, {ShapeParameter::kTopXDim, 30}, {ShapeParameter::kTopXOffset, 10},
+            {ShapeParameter::kRoundingRadius, 5}};
         for (const ProfileClass* shape : ProfileClass::all()) {
             if (shape->type() == kCustomProfile || shape->type() == kCraneRailAShapeProfile ||
                 shape->type() == kCraneRailFShapeProfile)
@@ -253,8 +269,13 @@ TEST_F(ExchangeTest, TheIfcExportReadsBackWithTheSameParameters) {
             QcSmartPtr<Profile> profile = shape->createEmpty();
             profile->set_name(name);
             profile->set_size(OdString::fromUtf8(std::string(shape->shortName()) + "1"));
-            for (const ShapeParameterInfo& info : shape->parameters())
-                profile->setParameter(info.id, value += 1.5);
+            double eighth = 0.0;
+            for (const ShapeParameterInfo& info : shape->parameters()) {
+                const bool slope = info.id == ShapeParameter::kLegSlope || info.id == ShapeParameter::kFlangeSlope ||
+                                   info.id == ShapeParameter::kWebSlope;
+                profile->setParameter(info.id, typical.at(info.id) + (slope ? eighth / 64 : eighth));
+                eighth += 0.125;
+            }
             library->save(profile);
         }
         auto plate = CustomProfile::create(name, W("plate"));
