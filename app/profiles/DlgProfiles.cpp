@@ -66,7 +66,7 @@ NoStandardsError::NoStandardsError()
 
 DlgProfiles::DlgProfiles(wxWindow* parent, vl_db::DocumentLibraries* libs, vl_db::EMode mode, vl_db::EDbType dbType,
                          unsigned profileId, CustomProfileInfo* customInfo, ProfilesDialogHost* host)
-    : m_mode(mode), m_initialDb(dbType), m_libs(libs), m_customInfo(customInfo), m_host(host) {
+    : m_mode(mode), m_initialDb(dbType), m_profileId(profileId), m_libs(libs), m_customInfo(customInfo), m_host(host) {
     const bool large = wxg::isDpiForLargeIcons();
     if (!loadLayout(parent, kSettingsKey, wxSize(-1, large ? 1200 : 600)))
         throw OdError(eKeyNotFound, OdString(L"The dialog layout \"DlgProfiles\" is not loaded."));
@@ -152,6 +152,9 @@ void DlgProfiles::initBottomButtons() {
 }
 
 void DlgProfiles::selectInitialProfile() {
+    // A preselected profile that neither library had leaves nothing selected.
+    if (m_profileId != 0 && !m_selected)
+        return;
     if (m_selected) {
         const vl_db::EDbType type = m_browser->current();
         if (m_browser->model(type).find(m_selected->id()) != -1)

@@ -139,6 +139,8 @@ private:
 
     vl_db::EMode m_mode;
     vl_db::EDbType m_initialDb;
+    // The profile the dialog was opened on (0: none).
+    unsigned m_profileId;
     QcSmartPtr<vantlib::Profile> m_selected;
     vl_db::DocumentLibraries* m_libs;
     std::unique_ptr<TwoListBrowser> m_browser;
