@@ -281,7 +281,7 @@ wxString DlgProfiles::keptMessage(const std::vector<wxString>& names) const {
     if (names.empty() || m_kept.empty())
         return wxString();
     if (m_kept.size() == 1)
-        return wxString::Format(_("Couldn't remove profile '%s'.\nIt is referenced in one or more entities."),
+        return wxString::Format(_("Couldn't remove profile '%ls'.\nIt is referenced in one or more entities."),
                                 toWx(vl_db::fullProfileName(*m_kept.front())));
     wxString message = _("Some profiles couldn't be removed.\nThese are referenced in one or more entities:");
     for (const auto& profile : m_kept) {

@@ -145,10 +145,8 @@ void DlgProfiles::updateFilterList(EFilterKind kind, const std::set<wxString>& v
     items.Add(_("All"));
     for (const wxString& value : values)
         items.Add(value);
-    choice->Freeze();
     choice->Set(items);
     choice->SetSelection(choice->FindString(label, true));
-    choice->Thaw();
 }
 
 vantlib::ProfilesPanelQuery DlgProfiles::composeProfilesQuery() const {

@@ -110,6 +110,9 @@ protected:
     void search(const wxString& text) {
         XRCCTRL(*dialog, "ID_PROFILEFILTER", wxSearchCtrl)->SetValue(text);
         idle();
+        // The native search field tells of a change again after a pause in typing.
+        wxMilliSleep(300);
+        idle();
     }
 
     void command(const char* name) {
