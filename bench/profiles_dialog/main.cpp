@@ -168,13 +168,29 @@ Figures measureDialog(vl_db::DocumentLibraries* libs) {
     return figures;
 }
 
+// The dialog's cost on empty libraries: its layout, controls and settings.
+double fixedCost(const fs::path& dir) {
+    const vl_bench::LibraryFill nothing = [](const std::shared_ptr<vantlib::Library>&) {};
+    vl_bench::Drawing empty(dir / "empty", nothing, nothing);
+    double best = 1e300;
+    for (int repeat = 0; repeat < kRepeats; ++repeat) {
+        const auto start = Clock::now();
+        vl_app::DlgProfiles dialog(nullptr, empty.libs, vl_db::kModeManager, vl_db::kDbNone, 0, nullptr, nullptr);
+        vl_bench::showAndPaint(dialog, [&dialog] { return dialog.browser(); }, false);
+        best = std::min(best, msSince(start));
+    }
+    return best;
+}
+
 int run(const fs::path& dir) {
+    const double fixedMs = fixedCost(dir);
     std::printf("\nprofiles dialog: open, one filter, slowest search keystroke (\"%s\") against the raw SQLite read "
                 "of the same rows\n",
                 kSearch);
+    std::printf("fixed cost of the dialog (empty libraries): %.1f ms\n", fixedMs);
     std::printf("%8s %8s | %9s %9s %7s | %9s %9s %7s | %9s %9s %7s\n", "central", "project", "open ms", "floor",
                 "ratio", "filter", "floor", "ratio", "key ms", "floor", "ratio");
-    bool targetMet = true;
+    bool targetMet = true, variableMet = true;
     for (const size_t n : {size_t(5000), size_t(50000)}) {
         vl_bench::Drawing drawing(
             dir / std::to_string(n), [n](const auto& library) { fill(library, n); },
@@ -208,9 +224,12 @@ int run(const fs::path& dir) {
                     openFloor, openRatio, best.filter, filterFloor, filterRatio, best.keystroke, keyFloor, keyRatio);
         if (n >= 50000 && (openRatio > 2.0 || keyRatio > 2.0))
             targetMet = false;
+        if (n >= 50000 && std::max(0.0, best.open - fixedMs) / openFloor > 2.0)
+            variableMet = false;
     }
     // The verdict is reported, not enforced: timings depend on the machine's load.
-    std::printf("target at 50k (open and keystroke ratio <= 2x): %s\n", targetMet ? "met" : "NOT MET");
+    std::printf("target at 50k (open and keystroke ratio <= 2x): %s; opening beyond the fixed cost <= 2x: %s\n",
+                targetMet ? "met" : "NOT MET", variableMet ? "met" : "NOT MET");
     return 0;
 }
 
