@@ -72,6 +72,7 @@ DlgProfiles::DlgProfiles(wxWindow* parent, vl_db::DocumentLibraries* libs, vl_db
         throw OdError(eKeyNotFound, OdString(L"The dialog layout \"DlgProfiles\" is not loaded."));
     SetMinSize(large ? wxSize(2000, 1200) : wxSize(1000, 600));
     createPropertyGrid();
+    FindWindow(XRCID("PANEL_PREVIEW"))->Bind(wxEVT_PAINT, &DlgProfiles::onPaintPreview, this);
     if (m_libs)
         m_libs->initialize();
 

@@ -118,6 +118,7 @@ private:
     void fillIdentity();
     void updateProfileProps();
     void createPropertyGrid();
+    void onPaintPreview(wxPaintEvent& event);
     // The unit fields of the parameter rows say the library's length unit.
     void displayMeasureUnit();
 
@@ -152,6 +153,8 @@ private:
     ProfilesDialogHost* m_host;
     bool m_picking = false;
     wxString m_searchText;
+    // The picture of the selected profile's shape.
+    wxBitmap m_preview;
     // The query of the refill under way: both lists are filled with it.
     vantlib::ProfilesPanelQuery m_query;
     // The profiles each list shows, in list order (project, central): the filters offer their values.

@@ -1,6 +1,7 @@
 // The right side of the profiles dialog for the selected profile: its identity fields, the
 // parameter panel of its shape with the dimensions it has, and its attributes.
 #include <wx/choice.h>
+#include <wx/dcclient.h>
 #include <wx/numformatter.h>
 #include <wx/propgrid/props.h>
 #include <wx/sizer.h>
@@ -118,8 +119,22 @@ void DlgProfiles::updateProfileProps() {
     m_grid->Thaw();
 }
 
+void DlgProfiles::onPaintPreview(wxPaintEvent& event) {
+    auto* panel = dynamic_cast<wxWindow*>(event.GetEventObject());
+    wxPaintDC dc(panel);
+    if (!m_preview.IsOk())
+        return;
+    const wxSize area = panel->GetClientSize();
+    dc.DrawBitmap(m_preview, (area.x - m_preview.GetWidth()) / 2, (area.y - m_preview.GetHeight()) / 2, true);
+}
+
 void DlgProfiles::updateProfileDlg() {
     wxWindowUpdateLocker freeze(this);
+    const ShapePanel* shown = m_selected ? shapePanel(m_selected->type()) : nullptr;
+    m_preview = shown && shown->picture ? wxXmlResource::Get()->LoadBitmap(shown->picture) : wxNullBitmap;
+    wxWindow* preview = FindWindow(XRCID("PANEL_PREVIEW"));
+    preview->Show(m_preview.IsOk());
+    preview->Refresh();
     fillIdentity();
     if (m_selected) {
         showShapePanel(m_selected->type());

@@ -20,6 +20,7 @@ struct ShapePanel {
     vantlib::ObjectType type;
     const char* shortName;  // the class short name of queries ("IShape")
     const char* panel;      // the panel inside PANEL_PROPS
+    const char* picture;    // the layout's picture of the shape with its symbols; null when none is drawn
     std::vector<ShapeRow> rows;
 };
 

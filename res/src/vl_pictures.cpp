@@ -42,6 +42,11 @@ const Picture kPictures[] = {
     {"vl_empty_cmp_64", 64},
     {"vl_empty_mat", 16},
     {"vl_empty_mat_32", 32},
+    {"vl_profile_i_shape", 150},
+    {"vl_profile_rect_shape", 150},
+    {"vl_profile_rect_h_shape", 150},
+    {"vl_profile_circular_shape", 150},
+    {"vl_profile_circular_h_shape", 150},
 };
 
 const char* const kLayouts[] = {

@@ -9,6 +9,7 @@
 #include <vl_db/Profiles.h>
 
 #include "ProfilesFixture.h"
+#include "app/profiles/ProfileShapes.h"
 
 namespace vl_profiles_test {
 
@@ -96,6 +97,7 @@ TEST_F(ProfilesDialog, OpensOnTheFirstCentralRowAndShowsItsShape) {
     // The I-shape panel: the fillet radius row only for the profile that has one.
     click(vl_db::kDbCentral, "IPE 200");
     EXPECT_TRUE(control("PANEL_ISHAPE_GRID")->IsShown());
+    EXPECT_TRUE(control("PANEL_PREVIEW")->IsShown());
     EXPECT_FALSE(control("PANEL_RECT_HOLLOW_SHAPE_GRID")->IsShown());
     EXPECT_EQ(text("ISHAPE_HEIGHT"), "200");
     EXPECT_EQ(text("ISHAPE_WTHICK"), "5.6");
@@ -116,6 +118,22 @@ TEST_F(ProfilesDialog, OpensOnTheFirstCentralRowAndShowsItsShape) {
     EXPECT_FALSE(control("PANEL_ISHAPE_GRID")->IsShown());
     EXPECT_EQ(text("RECT_H_SHAPE_WALL_THICK"), "4");
     EXPECT_EQ(text("ID_SHAPE_TXTCTRL"), "Hollow rectangle profile");
+}
+
+TEST_F(ProfilesDialog, EveryShapePictureIsInTheLayout) {
+    for (const vl_app::ShapePanel& panel : vl_app::shapePanels()) {
+        if (panel.picture) {
+            EXPECT_TRUE(wxXmlResource::Get()->LoadBitmap(panel.picture).IsOk()) << panel.picture;
+        }
+    }
+    // A shape without a picture shows none.
+    profile(central, L"EN 10055", L"T", L"50", vantlib::kTShapeProfile, {{P::kDepth, 50}, {P::kFlangeWidth, 50}});
+    open();
+    click(vl_db::kDbCentral, "Duct 200x100");
+    EXPECT_TRUE(control("PANEL_PREVIEW")->IsShown());
+    click(vl_db::kDbCentral, "T 50");
+    EXPECT_FALSE(control("PANEL_PREVIEW")->IsShown());
+    EXPECT_TRUE(control("PANEL_TSHAPE_GRID")->IsShown());
 }
 
 TEST_F(ProfilesDialog, PreselectionLooksOnlyWhereItIsTold) {
