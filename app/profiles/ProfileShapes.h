@@ -20,7 +20,8 @@ struct ShapePanel {
     vantlib::ObjectType type;
     const char* shortName;  // the class short name of queries ("IShape")
     const char* panel;      // the panel inside PANEL_PROPS
-    const char* picture;    // the layout's picture of the shape with its symbols; null when none is drawn
+    const char* picture;    // the layout's picture of the shape with its symbols; null for the
+                            // custom shape, whose outline is drawn from its geometry
     std::vector<ShapeRow> rows;
 };
 
