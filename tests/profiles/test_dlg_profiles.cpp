@@ -4,6 +4,8 @@
 #include <wx/msgdlg.h>
 #include <wx/testing.h>
 
+#include "app/common/DragDrop.h"
+
 #include <OdStringWx.h>
 
 #include <vl_db/Profiles.h>
@@ -294,6 +296,36 @@ TEST_F(ProfilesDialog, CopyCommandsOnlyGuard) {
     {
         wxTEST_DIALOG(command("TOOL_COPY_TO_LIBR"), ExpectMessage("No destination library."));
     }
+}
+
+TEST_F(ProfilesDialog, DroppingCentralRowsOnTheProjectListCopiesThem) {
+    open();
+    click(vl_db::kDbCentral, "RHS 100x50x4");
+    auto* target = dynamic_cast<vl_app::VantlibDropTarget*>(list(vl_db::kDbProject)->GetDropTarget());
+    ASSERT_TRUE(target);
+    vl_app::VantlibDragData drag;
+    drag.dbType = vl_db::kDbCentral;
+    drag.objectType = vantlib::kConstructionProfile;
+    for (const unsigned id : dialog->browser()->selectedIds(vl_db::kDbCentral))
+        drag.keys.emplace_back(vantlib::kConstructionProfile, id);
+    ASSERT_EQ(drag.keys.size(), 1u);
+    EXPECT_EQ(target->acceptance(drag), wxDragCopy);
+    EXPECT_EQ(target->copyObjects(drag), wxDragCopy);
+    dialog->updateLists(true);
+    EXPECT_EQ(rows(vl_db::kDbProject), (std::vector<wxString>{"RHS 100x50x4", "IPE 300"}));
+    // The copy keeps its shape and dimensions, and its name and standard come along.
+    std::vector<QcSmartPtr<vantlib::Profile>> copied;
+    project->get(copied);
+    ASSERT_EQ(copied.size(), 2u);
+    for (const auto& copy : copied) {
+        if (copy->size() != L"100x50x4")
+            continue;
+        EXPECT_EQ(copy->type(), vantlib::kRectangleHollowProfile);
+        EXPECT_DOUBLE_EQ(copy->parameter(P::kWallThickness), 4.0);
+        EXPECT_EQ(copy->name()->standard()->name(), L"EN 10219");
+    }
+    drag.dbType = vl_db::kDbProject;
+    EXPECT_EQ(target->acceptance(drag), wxDragNone) << "a list refuses its own rows";
 }
 
 TEST_F(ProfilesDialog, PickerModes) {
