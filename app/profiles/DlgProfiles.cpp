@@ -66,7 +66,7 @@ NoStandardsError::NoStandardsError()
 
 DlgProfiles::DlgProfiles(wxWindow* parent, vl_db::DocumentLibraries* libs, vl_db::EMode mode, vl_db::EDbType dbType,
                          unsigned profileId, CustomProfileInfo* customInfo, ProfilesDialogHost* host)
-    : m_mode(mode), m_initialDb(dbType), m_profileId(profileId), m_libs(libs), m_customInfo(customInfo), m_host(host) {
+    : m_mode(mode), m_profileId(profileId), m_libs(libs), m_customInfo(customInfo), m_host(host) {
     const bool large = wxg::isDpiForLargeIcons();
     if (!loadLayout(parent, kSettingsKey, wxSize(-1, large ? 1200 : 600)))
         throw OdError(eKeyNotFound, OdString(L"The dialog layout \"DlgProfiles\" is not loaded."));
@@ -227,10 +227,7 @@ void DlgProfiles::onUpdateUI(wxUpdateUIEvent& event) {
 
 void DlgProfiles::onUnselect(wxCommandEvent&) { EndDialog(kButtonUnselect); }
 
-void DlgProfiles::onPickProfile(wxCommandEvent&) {
-    m_picking = true;
-    EndDialog(kResultPick);
-}
+void DlgProfiles::onPickProfile(wxCommandEvent&) { EndDialog(kResultPick); }
 
 void DlgProfiles::onClose(wxCloseEvent&) { EndDialog(wxID_CANCEL); }
 

@@ -139,7 +139,6 @@ private:
     void librariesChanged() override { updateFilters(kFilterAll); }
 
     vl_db::EMode m_mode;
-    vl_db::EDbType m_initialDb;
     // The profile the dialog was opened on (0: none).
     unsigned m_profileId;
     QcSmartPtr<vantlib::Profile> m_selected;
@@ -151,7 +150,6 @@ private:
     uint32_t m_blockOk = 0;
     CustomProfileInfo* m_customInfo;
     ProfilesDialogHost* m_host;
-    bool m_picking = false;
     wxString m_searchText;
     // The picture of the selected profile's shape.
     wxBitmap m_preview;

@@ -386,6 +386,42 @@ TEST_F(ProfilesDialog, SelectProfilesReturnsThePick) {
     EXPECT_EQ(answer, DlgProfiles::kButtonUnselect);
 }
 
+TEST_F(ProfilesDialog, PickingInTheModelAsksTheHostAndComesBack) {
+    class PickingHost : public vl_app::ProfilesDialogHost {
+    public:
+        vl_app::CustomProfileInfo getProfileFromGeometricSel(OdDb::UnitsValue unit) override {
+            ++calls;
+            vl_app::CustomProfileInfo info;
+            info.unit = unit;
+            return info;
+        }
+        int calls = 0;
+    };
+    class Answer : public wxExpectModalBase<DlgProfiles, Answer> {
+    public:
+        explicit Answer(int answer) : m_answer(answer) {}
+
+    protected:
+        int OnInvoked(DlgProfiles*) const override { return m_answer; }
+
+    private:
+        int m_answer;
+    };
+    PickingHost host;
+    vl_app::CustomProfileInfo info;
+    info.unit = OdDb::kUnitsInches;
+    QcSmartPtr<vantlib::Profile> picked;
+    DlgProfiles::EButton answer = DlgProfiles::kButtonOk;
+    // The pick button ends the modal run with 1; the dialog comes back after the host's pick.
+    wxTEST_DIALOG(answer = DlgProfiles::selectProfiles(0, libs, picked, &info, &host, vl_db::kDbNone,
+                                                       vl_db::kModePicker),
+                  Answer(1), Answer(wxID_CANCEL));
+    EXPECT_EQ(host.calls, 1);
+    EXPECT_EQ(info.unit, OdDb::kUnitsMillimeters) << "the host's answer is the caller's custom profile";
+    EXPECT_EQ(answer, DlgProfiles::kButtonCancel);
+    EXPECT_FALSE(picked);
+}
+
 }  // namespace
 
 }  // namespace vl_profiles_test
