@@ -21,6 +21,16 @@ namespace {
 const char* const kFilterIds[4] = {"ID_SEL_TYPE_CHOICES", "ID_STANDARD_CHOICES", "ID_SHAPE_CHOICES",
                                    "ID_SEL_NAME_CHOICES"};
 
+bool sameProfileName(const vantlib::ProfileName& a, const vantlib::ProfileName& b) {
+    if (&a == &b)
+        return true;
+    const vantlib::ProfileStandard* standardA = a.standard().get();
+    const vantlib::ProfileStandard* standardB = b.standard().get();
+    const bool sameStandard =
+        standardA == standardB || (standardA && standardB && standardA->name() == standardB->name());
+    return sameStandard && a.type() == b.type() && a.name() == b.name();
+}
+
 // The label last chosen in each filter; a dialog opened later in the process starts with them.
 std::array<wxString, 4>& rememberedLabels() {
     static std::array<wxString, 4> labels;
@@ -100,8 +110,9 @@ void DlgProfiles::updateFilters(EFilterKind kind) {
     // Labels repeat across thousands of rows; each distinct one is translated once.
     std::map<vantlib::ProfileType, wxString> typeLabels;
     std::map<vantlib::ObjectType, wxString> shapeLabels;
-    std::set<const vantlib::ProfileName*> seen;
     for (const vl_db::EDbType type : {vl_db::kDbCentral, vl_db::kDbProject}) {
+        // The lists are sorted by standard and name: the profiles of one name follow each other.
+        const vantlib::ProfileName* previous = nullptr;
         for (const auto& profile : m_listed[type]) {
             const auto& name = profile->name();
             if (!name)
@@ -111,8 +122,9 @@ void DlgProfiles::updateFilters(EFilterKind kind) {
                 shape = shapeLabels.emplace(profile->type(), shapeLabel(profile->type(), true)).first;
             if (!shape->second.empty())
                 shapes.insert(shape->second);
-            if (!seen.insert(name.get()).second)
+            if (previous && sameProfileName(*previous, *name))
                 continue;
+            previous = name.get();
             auto typeLabel = typeLabels.find(name->type());
             if (typeLabel == typeLabels.end())
                 typeLabel = typeLabels.emplace(name->type(), profileTypeLabel(name->type())).first;
