@@ -4,6 +4,7 @@
 #include <wx/msgdlg.h>
 
 #include <vantlib/IdMapping.h>
+#include <vantlib/Profile.h>
 
 #include "app/LibraryReactor.h"
 #include "app/common/ErrorMessages.h"
@@ -37,6 +38,13 @@ wxString skippedMessage(vantlib::ObjectType kind, unsigned count) {
     }
 }
 
+namespace {
+// Profiles are copied under the keys of their shape classes, all of them of the profile kind.
+bool isOfKind(vantlib::ObjectType type, vantlib::ObjectType kind) {
+    return type == kind || (kind == vantlib::kConstructionProfile && vantlib::ProfileClass::byType(type));
+}
+}  // namespace
+
 CopyOutcome copyObjects(wxWindow* parent, const std::shared_ptr<const vantlib::Library>& source,
                         const std::shared_ptr<vantlib::Library>& target, const std::set<vantlib::ObjectKey>& keys,
                         vantlib::ObjectType kind) {
@@ -49,7 +57,7 @@ CopyOutcome copyObjects(wxWindow* parent, const std::shared_ptr<const vantlib::L
         vantlib::IdMapping mapping(target);
         target->copy(source, keys, mapping, vantlib::Library::kSingleTransaction);
         for (const auto& entry : mapping)
-            if (entry.first.type == kind && entry.second.state != vantlib::IdMapping::kNotCopied)
+            if (isOfKind(entry.first.type, kind) && entry.second.state != vantlib::IdMapping::kNotCopied)
                 ++outcome.copied;
         // The counts were reset when the copy's transaction began, so they are this copy's.
         outcome.skipped = LibraryReactor::instance()->skipped(kind);

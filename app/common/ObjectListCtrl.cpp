@@ -32,7 +32,10 @@ wxString ObjectListCtrl::OnGetItemText(long item, long) const {
 }
 
 int ObjectListCtrl::OnGetItemImage(long item) const {
-    if (!m_model || !m_pictures || !m_model->valid(item))
+    // A list without pictures draws no image.
+    if (!m_pictures)
+        return -1;
+    if (!m_model || !m_model->valid(item))
         return 0;
     return m_pictures->imageOf(*m_model, item);
 }

@@ -19,7 +19,8 @@ class ObjectListCtrl : public wxListCtrl {
 public:
     ObjectListCtrl() = default;
 
-    // Neither is owned; both must outlive the control's painting.
+    // Neither is owned; both must outlive the control's painting. Without `pictures` the rows
+    // show text only.
     void attach(const ObjectListModel* model, RowPictures* pictures);
     const ObjectListModel* model() const { return m_model; }
 

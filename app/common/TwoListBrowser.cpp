@@ -70,7 +70,8 @@ TwoListBrowser::TwoListBrowser(wxDialog* dialog, vl_db::DocumentLibraries* libs,
       m_client(client),
       m_kind(kind),
       m_models{ObjectListModel(vl_db::kDbProject), ObjectListModel(vl_db::kDbCentral)},
-      m_thumbnails(kind.thumbnailEdge, wxXmlResource::Get()->LoadBitmap(kind.placeholder)),
+      m_thumbnails(std::max(kind.thumbnailEdge, 1),
+                   kind.thumbnailEdge > 0 ? wxXmlResource::Get()->LoadBitmap(kind.placeholder) : wxNullBitmap),
       m_timer(this) {
     const char* names[2] = {"LIST_PROJECT", "LIST_LIBRARY"};
     const wxString headers[2] = {kind.projectHeader, kind.centralHeader};
@@ -79,10 +80,12 @@ TwoListBrowser::TwoListBrowser(wxDialog* dialog, vl_db::DocumentLibraries* libs,
         if (!target || !target->IsVirtual())
             throw std::logic_error(std::string(names[type]) + " must be a virtual ObjectListCtrl");
         m_lists[type] = target;
-        target->SetImageList(m_thumbnails.images(), wxIMAGE_LIST_SMALL);
+        const bool pictures = kind.thumbnailEdge > 0;
+        if (pictures)
+            target->SetImageList(m_thumbnails.images(), wxIMAGE_LIST_SMALL);
         target->InsertColumn(0, headers[type]);
         target->SetDropTarget(new VantlibDropTarget(libs, vl_db::EDbType(type), kind.objectType));
-        target->attach(&m_models[type], this);
+        target->attach(&m_models[type], pictures ? this : nullptr);
         target->Bind(wxEVT_LIST_ITEM_SELECTED, &TwoListBrowser::onSelect, this);
         target->Bind(wxEVT_LIST_ITEM_DESELECTED, &TwoListBrowser::onDeselect, this);
         target->Bind(wxEVT_LIST_ITEM_ACTIVATED, &TwoListBrowser::onActivate, this);
@@ -300,15 +303,9 @@ void TwoListBrowser::copyTo(vl_db::EDbType destination) {
     const std::set<unsigned> ids = selectedIds(sourceType);
     if (ids.empty())
         return;
-    const auto target = library(destination);
-    if (!target) {
-        showMessage(m_dialog, _("No destination library."));
+    const auto target = copyDestination(destination);
+    if (!target)
         return;
-    }
-    if (!vl_db::writable(target)) {
-        showMessage(m_dialog, _("Destination library is read-only."));
-        return;
-    }
     m_client.saveCurrent();
     std::set<vantlib::ObjectKey> keys;
     for (const unsigned id : ids)
@@ -316,6 +313,19 @@ void TwoListBrowser::copyTo(vl_db::EDbType destination) {
     copyObjects(m_dialog, library(sourceType), target, keys, m_kind.objectType);
     updateList(destination, true);
     m_client.librariesChanged();
+}
+
+std::shared_ptr<vantlib::Library> TwoListBrowser::copyDestination(vl_db::EDbType destination) const {
+    const auto target = library(destination);
+    if (!target) {
+        showMessage(m_dialog, _("No destination library."));
+        return nullptr;
+    }
+    if (!vl_db::writable(target)) {
+        showMessage(m_dialog, _("Destination library is read-only."));
+        return nullptr;
+    }
+    return target;
 }
 
 std::unique_ptr<wxMenu> TwoListBrowser::contextMenu(vl_db::EDbType type) const {
@@ -343,8 +353,8 @@ wxBitmap TwoListBrowser::dragPicture(vl_db::EDbType type) {
     if (ids.size() == 1) {
         const long row = m_models[type].find(*ids.begin());
         const ObjectRow& shown = m_models[type].row(row);
-        const int image = imageOf(m_models[type], row);
-        thumbnail = m_thumbnails.images()->GetBitmap(image);
+        if (m_kind.thumbnailEdge > 0)
+            thumbnail = m_thumbnails.images()->GetBitmap(imageOf(m_models[type], row));
         text = toWx(shown.name);
     } else {
         text = m_client.rowsText(unsigned(ids.size()));

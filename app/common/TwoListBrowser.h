@@ -68,7 +68,7 @@ struct ListKind {
     wxString projectHeader;  // column headers
     wxString centralHeader;
     wxString placeholder;    // picture name of rows without a thumbnail
-    int thumbnailEdge = 32;
+    int thumbnailEdge = 32;  // 0: the rows show text only
 };
 
 class TwoListBrowser : public wxEvtHandler, private RowPictures {
@@ -134,6 +134,9 @@ public:
     void removeSelected();
     // Copies the selection of the other list into library `destination`.
     void copyTo(vl_db::EDbType destination);
+    // The library `destination` when objects may be copied into it; otherwise null, after
+    // telling the user that it is missing or read-only.
+    std::shared_ptr<vantlib::Library> copyDestination(vl_db::EDbType destination) const;
     // The context menu of a list with every item enabled or disabled as the toolbar is.
     std::unique_ptr<wxMenu> contextMenu(vl_db::EDbType type) const;
     // The picture dragged with the selection of a list: one row's thumbnail and name, or the

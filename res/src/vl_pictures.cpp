@@ -42,6 +42,22 @@ const Picture kPictures[] = {
     {"vl_empty_cmp_64", 64},
     {"vl_empty_mat", 16},
     {"vl_empty_mat_32", 32},
+    {"vl_profile_i_shape", 150},
+    {"vl_profile_rect_shape", 150},
+    {"vl_profile_rect_h_shape", 150},
+    {"vl_profile_circular_shape", 150},
+    {"vl_profile_circular_h_shape", 150},
+    {"vl_profile_asym_i_shape", 150},
+    {"vl_profile_l_shape", 150},
+    {"vl_profile_u_shape", 150},
+    {"vl_profile_c_shape", 150},
+    {"vl_profile_z_shape", 150},
+    {"vl_profile_t_shape", 150},
+    {"vl_profile_rail_a_shape", 150},
+    {"vl_profile_rail_f_shape", 150},
+    {"vl_profile_ellipse_shape", 150},
+    {"vl_profile_round_rect_shape", 150},
+    {"vl_profile_trapezium_shape", 150},
 };
 
 const char* const kLayouts[] = {

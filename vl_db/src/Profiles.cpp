@@ -71,15 +71,38 @@ const vantlib::ObjectType kProfileReference = vantlib::kConstructionProfile;
 }  // namespace
 
 void sortProfiles(std::vector<ProfilePtr>& profiles) {
-    std::stable_sort(profiles.begin(), profiles.end(), [](const ProfilePtr& a, const ProfilePtr& b) {
-        if (!a || !b)
-            return bool(a) && !b;
-        if (int c = compareNatural(standardOf(*a), standardOf(*b)))
+    // Each profile's standard and name are read once; the comparisons then copy no text, and
+    // the many profiles that share both compare their sizes only.
+    struct Keyed {
+        OdString standard;
+        OdString name;
+        ProfilePtr profile;
+    };
+    std::vector<Keyed> keyed;
+    keyed.reserve(profiles.size());
+    for (ProfilePtr& profile : profiles) {
+        Keyed entry;
+        if (profile) {
+            entry.standard = standardOf(*profile);
+            entry.name = nameOf(*profile);
+        }
+        entry.profile = std::move(profile);
+        keyed.push_back(std::move(entry));
+    }
+    const auto compareText = [](const OdString& a, const OdString& b) {
+        return a.str() == b.str() ? 0 : compareNatural(a, b);
+    };
+    std::stable_sort(keyed.begin(), keyed.end(), [&compareText](const Keyed& a, const Keyed& b) {
+        if (!a.profile || !b.profile)
+            return bool(a.profile) && !b.profile;
+        if (int c = compareText(a.standard, b.standard))
             return c < 0;
-        if (int c = compareNatural(nameOf(*a), nameOf(*b)))
+        if (int c = compareText(a.name, b.name))
             return c < 0;
-        return compareNatural(a->size(), b->size()) < 0;
+        return compareNatural(a.profile->size(), b.profile->size()) < 0;
     });
+    for (size_t i = 0; i < keyed.size(); ++i)
+        profiles[i] = std::move(keyed[i].profile);
 }
 
 OdString fullProfileName(const vantlib::Profile& profile) {

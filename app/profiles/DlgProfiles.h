@@ -1,0 +1,169 @@
+#pragma once
+// The profiles manager and picker: the construction profiles of a drawing's project and central
+// libraries in two lists narrowed by four filters and a search field, the selected profile's
+// identity and dimensions on the right. Host commands pick a profile through selectProfiles.
+#include <array>
+#include <memory>
+#include <set>
+#include <vector>
+
+#include <wx/listctrl.h>
+
+#include <OdError.h>
+#include <OdString.h>
+#include <QcSmartPtr.h>
+#include <QcThemedDialog.h>
+
+#include <vantlib/Criteria.h>
+#include <vantlib/Library.h>
+#include <vantlib/Profile.h>
+
+#include <vl_db/DocumentLibraries.h>
+#include <vl_db/Types.h>
+
+#include "app/common/TwoListBrowser.h"
+#include "app/profiles/ProfilesDialogHost.h"
+
+class wxChoice;
+
+namespace wxg {
+class QcPropertyGrid;
+}
+
+namespace vl_app {
+
+// The host allows standards of which the libraries hold none.
+class NoStandardsError : public OdError {
+public:
+    NoStandardsError();
+};
+
+class DlgProfiles : public wxg::QcThemedDialog, private TwoListClient {
+public:
+    enum EButton : unsigned { kButtonOk = 0, kButtonCancel = 1, kButtonUnselect = 2 };
+    enum EFilterKind : unsigned { kFilterType = 0, kFilterStandard = 1, kFilterShape = 2, kFilterName = 3, kFilterAll = 4 };
+
+    // `libs`, `customInfo` and `host` are not owned and may be null. `dbType` and `profileId`
+    // preselect a profile (id 0: row 0 of the central list is selected).
+    DlgProfiles(wxWindow* parent, vl_db::DocumentLibraries* libs, vl_db::EMode mode, vl_db::EDbType dbType,
+                unsigned profileId, CustomProfileInfo* customInfo, ProfilesDialogHost* host);
+    ~DlgProfiles() override;
+
+    // Runs the dialog for a host command until the user chooses: kButtonOk with `result` set to
+    // the chosen profile, kButtonCancel, or kButtonUnselect.
+    static EButton selectProfiles(unsigned profileId, vl_db::DocumentLibraries* libs,
+                                  QcSmartPtr<vantlib::Profile>& result, CustomProfileInfo* customInfo,
+                                  ProfilesDialogHost* host, vl_db::EDbType dbType, vl_db::EMode mode);
+
+    const QcSmartPtr<vantlib::Profile>& selectedProfile() const { return m_selected; }
+    bool selectedNone() const { return !m_selected; }
+    unsigned id() const { return m_selected ? m_selected->id() : 0; }
+    vl_db::EDbType currentDb() const;
+
+    // The query both lists are filled with; throws NoStandardsError.
+    vantlib::ProfilesPanelQuery composeProfilesQuery() const;
+    void updateLists(bool keepSelection);
+    // Makes the given list's selected row the dialog's selection.
+    void setSelectedProfile(vl_db::EDbType type);
+
+    wxChoice* getFilter(EFilterKind kind) const;
+    wxString getFilterLabel(EFilterKind kind) const;
+    bool isAllFilterSelected(EFilterKind kind) const;
+    // Selects a filter value by its label (false when it is not offered) or by index.
+    bool setFilter(EFilterKind kind, const wxString& label);
+    void setFilter(EFilterKind kind, int index);
+    void onFilterChanged(EFilterKind kind, int selection);
+
+    TwoListBrowser* browser() const { return m_browser.get(); }
+    ObjectListCtrl* list(vl_db::EDbType type) const { return m_browser ? m_browser->list(type) : nullptr; }
+    // Whether the right side still waits for the idle refresh of a new selection.
+    bool selectionPending() const { return m_selectionChanged; }
+
+private:
+    // ---- start-up, selection, modes (DlgProfiles.cpp)
+    void onInitDialog(wxInitDialogEvent& event);
+    void initBottomButtons();
+    void onIdle(wxIdleEvent& event);
+    void onUpdateUI(wxUpdateUIEvent& event);
+    void onUnselect(wxCommandEvent& event);
+    void onPickProfile(wxCommandEvent& event);
+    void onClose(wxCloseEvent& event);
+    void onCharHook(wxKeyEvent& event);
+    void onProjectInfo(wxCommandEvent& event);
+    void onDelete(wxCommandEvent& event);
+    void onCopyToProject(wxCommandEvent& event);
+    void onCopyToLibrary(wxCommandEvent& event);
+    void copyTo(vl_db::EDbType destination);
+    void selectInitialProfile();
+    std::shared_ptr<vantlib::Library> getLib(vl_db::EDbType type) const;
+    // The profile a row of a list shows; null for no row.
+    QcSmartPtr<vantlib::Profile> listedProfile(vl_db::EDbType type, unsigned id) const;
+
+    // ---- filters and the query (DlgProfilesFilters.cpp)
+    void initFilters();
+    void restoreFilters();
+    void updateFilters(EFilterKind kind);
+    void updateFilterList(EFilterKind kind, const std::set<wxString>& values);
+    void onSelTypeChanged(wxCommandEvent& event);
+    void onStandardChanged(wxCommandEvent& event);
+    void onShapeChanged(wxCommandEvent& event);
+    void onNameChanged(wxCommandEvent& event);
+    void onProfilenameFilterTextChanged(wxCommandEvent& event);
+    void fitColumns();
+
+    // ---- the right side (DlgProfilesShape.cpp)
+    void updateProfileDlg();
+    void showShapePanel(vantlib::ObjectType type);
+    void fillParameters(const vantlib::Profile& profile);
+    void fillIdentity();
+    void updateProfileProps();
+    void createPropertyGrid();
+    void onPaintPreview(wxPaintEvent& event);
+    // The unit fields of the parameter rows say the library's length unit.
+    void displayMeasureUnit();
+
+    // ---- what the lists ask of the dialog
+    std::vector<ObjectRow> queryRows(const std::shared_ptr<vantlib::Library>& library) override;
+    wxBitmap drawThumbnail(const std::shared_ptr<vantlib::Library>&, const ObjectRow&, const wxSize&) override {
+        return wxNullBitmap;
+    }
+    std::set<unsigned> removeObjects(const std::shared_ptr<vantlib::Library>& library,
+                                     const std::set<unsigned>& ids) override;
+    wxString keptMessage(const std::vector<wxString>& names) const override;
+    wxString rowsText(unsigned count) const override;
+    unsigned currentObjectId() const override { return id(); }
+    bool currentValid() const override { return true; }
+    void saveCurrent() override {}
+    void currentChanged() override;
+    void rowActivated() override;
+    void librariesChanged() override { updateFilters(kFilterAll); }
+
+    vl_db::EMode m_mode;
+    // The profile the dialog was opened on (0: none).
+    unsigned m_profileId;
+    QcSmartPtr<vantlib::Profile> m_selected;
+    vl_db::DocumentLibraries* m_libs;
+    std::unique_ptr<TwoListBrowser> m_browser;
+    wxg::QcPropertyGrid* m_grid = nullptr;
+    bool m_selectionChanged = false;
+    // While non-zero OK is disabled.
+    uint32_t m_blockOk = 0;
+    CustomProfileInfo* m_customInfo;
+    ProfilesDialogHost* m_host;
+    wxString m_searchText;
+    // The picture of the selected profile's shape.
+    wxBitmap m_preview;
+    // The query of the refill under way: both lists are filled with it.
+    vantlib::ProfilesPanelQuery m_query;
+    // The profiles each list shows, in list order (project, central): the filters offer their values.
+    std::array<std::vector<QcSmartPtr<vantlib::Profile>>, 2> m_listed;
+    // The profiles that the last removal kept, for its message.
+    std::vector<QcSmartPtr<vantlib::Profile>> m_kept;
+    // Set while the dialog fills its own filter choices, so their events change nothing.
+    bool m_updating = false;
+    bool m_initialised = false;
+
+    wxDECLARE_EVENT_TABLE();
+};
+
+}  // namespace vl_app

@@ -1,0 +1,52 @@
+// Studio commands of the profiles dialog: the manager and the two pickers.
+#include <wx/intl.h>
+
+#include <CaApp.h>
+#include <MainWindow.h>
+#include <OdStringWx.h>
+#include <Prompt.h>
+
+#include <vl_db/DocumentLibraries.h>
+#include <vl_db/Profiles.h>
+
+#include "app/common/ErrorMessages.h"
+#include "app/ModuleCommands.h"
+#include "app/profiles/DlgProfiles.h"
+
+namespace vl_app {
+
+namespace {
+
+void runProfiles(vl_db::EMode mode) {
+    OdDbDatabase* db = ca::curDb();
+    if (!db) {
+        ca::prompt(_("No drawing is open."));
+        return;
+    }
+    try {
+        QcSmartPtr<vantlib::Profile> chosen;
+        const DlgProfiles::EButton answer =
+            DlgProfiles::selectProfiles(0, vl_db::docLibs(db), chosen, nullptr, nullptr, vl_db::kDbNone, mode);
+        if (mode != vl_db::kModePicker && mode != vl_db::kModeProfilePicker)
+            return;
+        if (answer == DlgProfiles::kButtonOk && chosen)
+            ca::prompt(wxString::Format(_("Profile: %s"), toWx(vl_db::fullProfileName(*chosen))));
+        else if (answer == DlgProfiles::kButtonUnselect)
+            ca::prompt(_("The profile was unselected."));
+        else
+            ca::prompt(_("No profile was picked."));
+    } catch (const std::exception& error) {
+        ca::prompt(wxString::Format(_("The profiles could not be shown: %s"), errorText(error)));
+    }
+}
+
+const ModuleCommandRegistration g_profiles("profiles", wxTRANSLATE("Profiles"),
+                                           [] { runProfiles(vl_db::kModeManager); });
+const ModuleCommandRegistration g_pickProfile("pick-profile", wxTRANSLATE("Pick a profile"),
+                                              [] { runProfiles(vl_db::kModePicker); });
+const ModuleCommandRegistration g_pickProfileOrNone("pick-profile-or-none", wxTRANSLATE("Pick a profile or none"),
+                                                    [] { runProfiles(vl_db::kModeProfilePicker); });
+
+}  // namespace
+
+}  // namespace vl_app
