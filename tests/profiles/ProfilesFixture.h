@@ -2,6 +2,7 @@
 // Profiles written into the project and central libraries of a fresh drawing, and helpers that
 // act on the profiles dialog as a user does: choosing filters, typing a search, selecting rows.
 #include <initializer_list>
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -46,6 +47,20 @@ protected:
             profileName = library->save(vantlib::ProfileName::create(owner, name, profileType));
         created->set_name(profileName);
         created->set_size(size);
+        // Libraries keep only sections that can exist: required dimensions the test leaves out
+        // take ordinary values.
+        using P = vantlib::ShapeParameter;
+        static const std::map<P, double> ordinary{
+            {P::kOverallDepth, 200}, {P::kOverallWidth, 100}, {P::kTopFlangeWidth, 80}, {P::kWebThickness, 6},
+            {P::kFlangeThickness, 10}, {P::kTopFlangeThickness, 8}, {P::kDepth, 120}, {P::kWidth, 60},
+            {P::kThickness, 8}, {P::kFlangeWidth, 60}, {P::kGirth, 20}, {P::kWallThickness, 3},
+            {P::kHeadDepth2, 40}, {P::kHeadDepth3, 20}, {P::kBaseDepth1, 10}, {P::kBaseDepth2, 30},
+            {P::kBaseDepth3, 20}, {P::kOverallHeight, 150}, {P::kHeadWidth, 60}, {P::kBaseWidth2, 120},
+            {P::kBaseWidth4, 40}, {P::kRadius, 40}, {P::kSemiAxis1, 40}, {P::kSemiAxis2, 20}, {P::kXDim, 80},
+            {P::kYDim, 50}, {P::kBottomXDim, 60}, {P::kTopXDim, 30}};
+        for (const vantlib::ShapeParameterInfo& info : created->isA().parameters())
+            if (!info.optional && ordinary.count(info.id))
+                created->setParameter(info.id, ordinary.at(info.id));
         for (const auto& [parameter, value] : dimensions)
             created->setParameter(parameter, value);
         return library->save(created);

@@ -25,13 +25,6 @@
 
 #include "vl_resources.h"
 
-// Stand-in for the profiles dialog's list class, so that the layout's subclass request is honoured
-// and checked here.
-class ProfilesListCtrl : public wxListCtrl {
-    wxDECLARE_DYNAMIC_CLASS(ProfilesListCtrl);
-};
-wxIMPLEMENT_DYNAMIC_CLASS(ProfilesListCtrl, wxListCtrl);
-
 namespace {
 
 // Collects errors and warnings that wx reports while resources load.
@@ -166,7 +159,7 @@ const std::vector<Layout>& layouts()
           {"ID_SEL_NAME_CHOICES", "wxChoice"}, {"ID_PROFILEFILTER", "wxSearchCtrl"}, {"TBAR_EDIT", "wxToolBar"},
           {"TOOL_SAVE", "tool", "Save Profile"}, {"TOOL_NEW", "tool", "New Profile"}, {"TOOL_DEL", "tool", "Delete Profile"},
           {"TOOL_PROJ_INFO", "tool", "Project and Central Database Information"},
-          {"LIST_PROJECT", "ProfilesListCtrl"}, {"LIST_LIBRARY", "ProfilesListCtrl"}, {"PANEL_CMP", "wxPanel"},
+          {"LIST_PROJECT", "ObjectListCtrl"}, {"LIST_LIBRARY", "ObjectListCtrl"}, {"PANEL_CMP", "wxPanel"},
           {"PANEL_PREVIEW", "wxPanel"}, {"TBAR_CUSTOM_PROFILE", "wxToolBar"}, {"TOOL_ROTATE_LEFT", "tool", "Left turn"},
           {"TOOL_ROTATE_RIGHT", "tool", "Right turn"}, {"TOOL_MIRROR_VERTICAL", "tool", "Vertical mirror"},
           {"TOOL_MIRROR_HORIZONTAL", "tool", "Horizontal mirror"},
@@ -313,7 +306,8 @@ TEST_F(Resources, RegistrationEmbedsLayoutsPicturesAndTheToolbarCopies)
     for (std::size_t i = 0; i < count; ++i)
         expected.insert(vl_res::layoutPath(files[i]));
     const vl_res::Picture* pictures = vl_res::pictures(&count);
-    ASSERT_EQ(count, 29u);
+    // 29 of the module, and the 16 pictures of the profile shapes.
+    ASSERT_EQ(count, 45u);
     for (std::size_t i = 0; i < count; ++i)
         expected.insert(vl_res::picturePath(pictures[i].name));
     for (const char* name : {"toolicons_16_light_new", "toolicons_16_light_copyclip", "toolicons_16_light_erase",
@@ -321,7 +315,7 @@ TEST_F(Resources, RegistrationEmbedsLayoutsPicturesAndTheToolbarCopies)
         expected.insert(wxString(vl_res::kMemoryPrefix) + ".._bitmaps_toolbar_" + name + ".png");
 
     const std::set<wxString> registered = memoryFiles();
-    EXPECT_EQ(registered.size(), 43u);
+    EXPECT_EQ(registered.size(), 59u);
     EXPECT_EQ(registered, expected);
     EXPECT_EQ(vl_res::picturePath("vl_lock"), "memory:XRC_resource/vl_xrc.inl$.._bitmaps_vl_lock.png");
 }
