@@ -65,7 +65,7 @@ NoStandardsError::NoStandardsError()
     : OdError(eInvalidInput, toOd(_("Libraries do not contain standards specified in BIMPROFILESTANDARDS."))) {}
 
 DlgProfiles::DlgProfiles(wxWindow* parent, vl_db::DocumentLibraries* libs, vl_db::EMode mode, vl_db::EDbType dbType,
-                         unsigned profileId, CustomProfileInfo* customInfo, ProfilesDialogHost* host)
+                         unsigned profileId, CustomProfileInfo* customInfo, ProfilesInfo* host)
     : m_mode(mode), m_profileId(profileId), m_libs(libs), m_customInfo(customInfo), m_host(host) {
     const bool large = wxg::isDpiForLargeIcons();
     if (!loadLayout(parent, kSettingsKey, wxSize(-1, large ? 1200 : 600)))
@@ -297,7 +297,7 @@ wxString DlgProfiles::rowsText(unsigned count) const {
 
 DlgProfiles::EButton DlgProfiles::selectProfiles(unsigned profileId, vl_db::DocumentLibraries* libs,
                                                  QcSmartPtr<vantlib::Profile>& result,
-                                                 CustomProfileInfo* customInfo, ProfilesDialogHost* host,
+                                                 CustomProfileInfo* customInfo, ProfilesInfo* host,
                                                  vl_db::EDbType dbType, vl_db::EMode mode) {
     DlgProfiles dialog(wxg::mainWindow(), libs, mode, dbType, profileId, customInfo, host);
     for (;;) {

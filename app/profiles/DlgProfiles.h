@@ -22,7 +22,7 @@
 #include <vl_db/Types.h>
 
 #include "app/common/TwoListBrowser.h"
-#include "app/profiles/ProfilesDialogHost.h"
+#include "app/profiles/ProfilesInfo.h"
 
 class wxChoice;
 
@@ -40,20 +40,23 @@ public:
 
 class DlgProfiles : public wxg::QcThemedDialog, private TwoListClient {
 public:
+    // The geometry picked in the drawing for a custom profile, as the host fills it.
+    using CustomProfileInfo = ::CustomProfileInfo;
+
     enum EButton : unsigned { kButtonOk = 0, kButtonCancel = 1, kButtonUnselect = 2 };
     enum EFilterKind : unsigned { kFilterType = 0, kFilterStandard = 1, kFilterShape = 2, kFilterName = 3, kFilterAll = 4 };
 
     // `libs`, `customInfo` and `host` are not owned and may be null. `dbType` and `profileId`
     // preselect a profile (id 0: row 0 of the central list is selected).
     DlgProfiles(wxWindow* parent, vl_db::DocumentLibraries* libs, vl_db::EMode mode, vl_db::EDbType dbType,
-                unsigned profileId, CustomProfileInfo* customInfo, ProfilesDialogHost* host);
+                unsigned profileId, CustomProfileInfo* customInfo, ProfilesInfo* host);
     ~DlgProfiles() override;
 
     // Runs the dialog for a host command until the user chooses: kButtonOk with `result` set to
     // the chosen profile, kButtonCancel, or kButtonUnselect.
     static EButton selectProfiles(unsigned profileId, vl_db::DocumentLibraries* libs,
                                   QcSmartPtr<vantlib::Profile>& result, CustomProfileInfo* customInfo,
-                                  ProfilesDialogHost* host, vl_db::EDbType dbType, vl_db::EMode mode);
+                                  ProfilesInfo* host, vl_db::EDbType dbType, vl_db::EMode mode);
 
     const QcSmartPtr<vantlib::Profile>& selectedProfile() const { return m_selected; }
     bool selectedNone() const { return !m_selected; }
@@ -149,7 +152,7 @@ private:
     // While non-zero OK is disabled.
     uint32_t m_blockOk = 0;
     CustomProfileInfo* m_customInfo;
-    ProfilesDialogHost* m_host;
+    ProfilesInfo* m_host;
     wxString m_searchText;
     // The picture of the selected profile's shape.
     wxBitmap m_preview;

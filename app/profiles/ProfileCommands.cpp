@@ -25,8 +25,11 @@ void runProfiles(vl_db::EMode mode) {
     }
     try {
         QcSmartPtr<vantlib::Profile> chosen;
+        // The host's profile services, when it offers them; the dialog works without.
+        auto* host = static_cast<ProfilesInfo*>(ca::CaApp::instance()->service(kProfilesInfoService));
+        DlgProfiles::CustomProfileInfo picked;
         const DlgProfiles::EButton answer =
-            DlgProfiles::selectProfiles(0, vl_db::docLibs(db), chosen, nullptr, nullptr, vl_db::kDbNone, mode);
+            DlgProfiles::selectProfiles(0, vl_db::docLibs(db), chosen, &picked, host, vl_db::kDbNone, mode);
         if (mode != vl_db::kModePicker && mode != vl_db::kModeProfilePicker)
             return;
         if (answer == DlgProfiles::kButtonOk && chosen)

@@ -28,6 +28,9 @@ struct CustomProfileInfo {
     OdDb::UnitsValue unit = OdDb::kUnitsUndefined;
 };
 
+// The name under which a host offers its ProfilesInfo to modules (ca::CaApp::service).
+inline constexpr const char* kProfilesInfoService = "ProfilesInfo";
+
 class ProfilesInfo {
 public:
     virtual ~ProfilesInfo() = default;

@@ -16,6 +16,7 @@
 #include "OdStringWx.h"
 #include "PatternCatalogue.h"
 #include "Prompt.h"
+#include "StudioProfilesInfo.h"
 #include "Translations.h"
 #include "WxgConfig.h"
 
@@ -41,6 +42,8 @@ StudioHost::StudioHost(const StudioOptions& options) {
         central.MakeAbsolute();
         ca::preferences().overrideDefaultLibraries(toOd(central.GetFullPath()));
     }
+    m_profilesInfo = std::make_unique<StudioProfilesInfo>();
+    m_app->setService(kProfilesInfoService, m_profilesInfo.get());
     loadModules();
 }
 
@@ -58,6 +61,7 @@ void StudioHost::shutDown() {
         return;
     m_session->close();
     m_app->uninitAll();
+    m_app->setService(kProfilesInfoService, nullptr);
     ca::uninstallMainThreadDispatcher();
     m_session.reset();
     m_app.reset();

@@ -7,6 +7,7 @@
 #include "StudioOptions.h"
 
 class DrawingSession;
+class ProfilesInfo;
 class MainFrame;
 
 namespace oa { class OaApp; }
@@ -30,6 +31,8 @@ private:
 
     std::unique_ptr<oa::OaApp> m_app;
     std::unique_ptr<DrawingSession> m_session;
+    // Section geometry and drawing bookkeeping for the profiles editor.
+    std::unique_ptr<ProfilesInfo> m_profilesInfo;
     MainFrame* m_frame = nullptr;
 };
 

@@ -235,3 +235,14 @@ TEST(Prompt, FormatsWideTextLogsAndFeedsTheSink) {
     ASSERT_EQ(log.size(), 2u);
     EXPECT_EQ(log[1], "after the sink");
 }
+
+TEST(CaAppServices, ModulesFindTheServicesTheHostOffersByName) {
+    ca::CaApp app;
+    int geometry = 0;
+    EXPECT_EQ(app.service("ProfilesInfo"), nullptr) << "nothing is offered at first";
+    app.setService("ProfilesInfo", &geometry);
+    EXPECT_EQ(app.service("ProfilesInfo"), &geometry);
+    EXPECT_EQ(app.service("profilesinfo"), nullptr) << "service names are exact";
+    app.setService("ProfilesInfo", nullptr);
+    EXPECT_EQ(app.service("ProfilesInfo"), nullptr) << "a host withdraws what it offered";
+}

@@ -67,7 +67,7 @@ protected:
     }
 
     vl_app::DlgProfiles& open(vl_db::EMode mode = vl_db::kModeManager, vl_db::EDbType type = vl_db::kDbNone,
-                              unsigned id = 0, vl_app::ProfilesDialogHost* host = nullptr) {
+                              unsigned id = 0, ProfilesInfo* host = nullptr) {
         dialog = std::make_unique<vl_app::DlgProfiles>(nullptr, libs, mode, type, id, nullptr, host);
         dialog->Show();
         idle();

@@ -35,7 +35,7 @@ private:
 };
 
 // A host that allows some standards; the libraries hold those of them that `present` names.
-class StandardsHost : public vl_app::ProfilesDialogHost {
+class StandardsHost : public ProfilesInfo {
 public:
     StandardsHost(std::set<OdString> allowed, std::set<OdString> present)
         : m_allowed(std::move(allowed)), m_present(std::move(present)) {}
@@ -387,11 +387,11 @@ TEST_F(ProfilesDialog, SelectProfilesReturnsThePick) {
 }
 
 TEST_F(ProfilesDialog, PickingInTheModelAsksTheHostAndComesBack) {
-    class PickingHost : public vl_app::ProfilesDialogHost {
+    class PickingHost : public ProfilesInfo {
     public:
-        vl_app::CustomProfileInfo getProfileFromGeometricSel(OdDb::UnitsValue unit) override {
+        vl_app::DlgProfiles::CustomProfileInfo getProfileFromGeometricSel(OdDb::UnitsValue unit) override {
             ++calls;
-            vl_app::CustomProfileInfo info;
+            vl_app::DlgProfiles::CustomProfileInfo info;
             info.unit = unit;
             return info;
         }
@@ -408,7 +408,7 @@ TEST_F(ProfilesDialog, PickingInTheModelAsksTheHostAndComesBack) {
         int m_answer;
     };
     PickingHost host;
-    vl_app::CustomProfileInfo info;
+    vl_app::DlgProfiles::CustomProfileInfo info;
     info.unit = OdDb::kUnitsInches;
     QcSmartPtr<vantlib::Profile> picked;
     DlgProfiles::EButton answer = DlgProfiles::kButtonOk;

@@ -2,7 +2,9 @@
 // The host application object: module loading with start-up and shut-down functions, application
 // reactors, the active drawing, and the commands that modules offer to the user.
 #include <functional>
+#include <map>
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -114,6 +116,11 @@ public:
     bool hasLibraryInfoProvider() const { return static_cast<bool>(m_libraryInfo); }
     wxString libraryInfo(OdDbDatabase* db) const;
 
+    // Services the host offers to modules by name (not owned; null removes one). A module asks
+    // for the interface it knows under that name, e.g. "ProfilesInfo".
+    void setService(const std::string& name, void* service);
+    void* service(const std::string& name) const;
+
     // Commands. Names are matched without regard to case; adding a name that exists replaces
     // that command. A name with blanks or an empty action throws std::invalid_argument. Commands
     // with a menu label appear in the studio's Library menu.
@@ -155,6 +162,7 @@ private:
     std::function<wxString(OdDbDatabase*)> m_libraryInfo;
     std::vector<Command> m_commands;
     std::function<void()> m_commandsChanged;
+    std::map<std::string, void*> m_services;
 };
 
 // The active drawing of the application, null when none is open.

@@ -11,7 +11,7 @@
 // changes their layout or calls (classes, virtual functions, the module start-up).
 namespace ca {
 
-constexpr int kModuleInterfaceVersion = 1;
+constexpr int kModuleInterfaceVersion = 2;
 
 // The name of the exported int the host reads; the same spelling as in the macro below.
 constexpr const char* kModuleInterfaceSymbol = "vl_module_interface_version";

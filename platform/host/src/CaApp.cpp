@@ -291,6 +291,18 @@ void CaApp::setLibraryInfoProvider(std::function<wxString(OdDbDatabase*)> provid
     m_libraryInfo = std::move(provider);
 }
 
+void CaApp::setService(const std::string& name, void* service) {
+    if (service)
+        m_services[name] = service;
+    else
+        m_services.erase(name);
+}
+
+void* CaApp::service(const std::string& name) const {
+    const auto found = m_services.find(name);
+    return found == m_services.end() ? nullptr : found->second;
+}
+
 wxString CaApp::libraryInfo(OdDbDatabase* db) const {
     if (!m_libraryInfo)
         return _("(no library module)");
