@@ -11,26 +11,15 @@
 #include "app/common/Tags.h"
 #include "app/materials/DlgMaterials.h"
 #include "CompositionsFixture.h"
+#include "MessageBoxes.h"
 
 namespace vl_compositions_test {
 
 namespace {
 
+using vl_test::CaptureMessage;
+
 using vantlib::Composition;
-
-class CaptureMessage : public wxExpectModal<wxMessageDialog> {
-public:
-    explicit CaptureMessage(wxString& text) : wxExpectModal<wxMessageDialog>(wxID_OK), m_text(text) {}
-
-protected:
-    int OnInvoked(wxMessageDialog* dialog) const override {
-        m_text = dialog->GetMessage();
-        return wxID_OK;
-    }
-
-private:
-    wxString& m_text;
-};
 
 class CompositionsDialog : public CompositionsFixture {
 protected:

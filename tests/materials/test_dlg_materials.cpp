@@ -13,25 +13,13 @@
 #include "app/common/DragDrop.h"
 #include "app/common/Tags.h"
 #include "MaterialsFixture.h"
+#include "MessageBoxes.h"
 
 namespace vl_materials_test {
 
 namespace {
 
-// Answers a message box with OK after checking its text.
-class ExpectMessage : public wxExpectModal<wxMessageDialog> {
-public:
-    explicit ExpectMessage(const wxString& text) : wxExpectModal<wxMessageDialog>(wxID_OK), m_text(text) {}
-
-protected:
-    int OnInvoked(wxMessageDialog* dialog) const override {
-        EXPECT_EQ(dialog->GetMessage(), m_text);
-        return wxID_OK;
-    }
-
-private:
-    wxString m_text;
-};
+using vl_test::ExpectMessage;
 
 class MaterialsDialog : public MaterialsFixture {
 protected:

@@ -12,25 +12,13 @@
 
 #include "app/common/DragDrop.h"
 #include "MaterialsFixture.h"
+#include "MessageBoxes.h"
 
 namespace vl_materials_test {
 
 namespace {
 
-// Answers a message box with OK and keeps its text.
-class CaptureMessage : public wxExpectModal<wxMessageDialog> {
-public:
-    explicit CaptureMessage(wxString& text) : wxExpectModal<wxMessageDialog>(wxID_OK), m_text(text) {}
-
-protected:
-    int OnInvoked(wxMessageDialog* dialog) const override {
-        m_text = dialog->GetMessage();
-        return wxID_OK;
-    }
-
-private:
-    wxString& m_text;
-};
+using vl_test::CaptureMessage;
 
 class MaterialLists : public MaterialsFixture {
 protected:

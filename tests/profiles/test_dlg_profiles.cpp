@@ -12,27 +12,16 @@
 
 #include "ProfilesFixture.h"
 #include "app/profiles/ProfileShapes.h"
+#include "MessageBoxes.h"
 
 namespace vl_profiles_test {
 
 namespace {
 
+using vl_test::ExpectMessage;
+
 using P = vantlib::ShapeParameter;
 using vl_app::DlgProfiles;
-
-class ExpectMessage : public wxExpectModal<wxMessageDialog> {
-public:
-    explicit ExpectMessage(const wxString& text) : wxExpectModal<wxMessageDialog>(wxID_OK), m_text(text) {}
-
-protected:
-    int OnInvoked(wxMessageDialog* dialog) const override {
-        EXPECT_EQ(dialog->GetMessage(), m_text);
-        return wxID_OK;
-    }
-
-private:
-    wxString m_text;
-};
 
 // A host that allows some standards; the libraries hold those of them that `present` names.
 class StandardsHost : public ProfilesInfo {
