@@ -1,9 +1,11 @@
 #include "ExchangeReport.h"
 
 #include <ostream>
+#include <stdexcept>
 
 #include "Arguments.h"
 #include "Kinds.h"
+#include "LibraryFiles.h"
 
 namespace vlib {
 
@@ -24,6 +26,16 @@ vantlib::ClashAnswer clashAnswerFromWord(const std::string& word) {
     if (word == "rename")
         return vantlib::ClashAnswer::kRename;
     throw UsageError("--on-clash takes skip, overwrite or rename, not '" + word + "'");
+}
+
+ImportTarget importTarget(const Arguments& args) {
+    const std::string& libraryPath = args.positional()[0];
+    ImportTarget target{nullptr, clashAnswerFromWord(args.value("on-clash", "skip")),
+                        std::vector<std::string>(args.positional().begin() + 1, args.positional().end())};
+    target.library = openLibrary(libraryPath, false);
+    if (target.library->isReadOnly())
+        throw std::runtime_error(libraryPath + ": library is read-only");
+    return target;
 }
 
 void printImportReport(const vantlib::ImportReport& report, std::ostream& out) {

@@ -66,16 +66,12 @@ int importCommand(const Words& words, std::ostream& out) {
     args.requirePositional(2, "LIBRARY FILE.json");
     const std::string& libraryPath = args.positional()[0];
     const std::string& documentPath = args.positional()[1];
-    const vantlib::ClashAnswer answer = clashAnswerFromWord(args.value("on-clash", "skip"));
     const std::string document = readWholeFile(documentPath);
-
-    const auto library = openLibrary(libraryPath, false);
-    if (library->isReadOnly())
-        throw std::runtime_error(libraryPath + ": library is read-only");
+    const ImportTarget target = importTarget(args);
     vantlib::ImportReport report;
     try {
         TerminalProgress progress("Importing");
-        report = vantlib::importLibrary(library, document, answer,
+        report = vantlib::importLibrary(target.library, document, target.answer,
                                         [&](size_t done, size_t total) { progress(done, total); });
     } catch (const vantlib::ExchangeError& e) {
         throw std::runtime_error(documentPath + ": " + e.what() + "; nothing was imported");

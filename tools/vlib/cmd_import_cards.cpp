@@ -14,17 +14,11 @@ namespace vlib {
 int importCardsCommand(const Words& words, std::ostream& out) {
     const Arguments args(words, {}, {"on-clash"});
     args.requirePositional(2, "LIBRARY PATH...", true);
-    const std::string& libraryPath = args.positional()[0];
-    const vantlib::ClashAnswer answer = clashAnswerFromWord(args.value("on-clash", "skip"));
-    const std::vector<std::string> paths(args.positional().begin() + 1, args.positional().end());
-
-    const auto library = openLibrary(libraryPath, false);
-    if (library->isReadOnly())
-        throw std::runtime_error(libraryPath + ": library is read-only");
+    const ImportTarget target = importTarget(args);
     vantlib::CardImportReport report;
     {
         TerminalProgress progress("Importing");
-        report = vantlib::importMaterialCards(library, paths, answer,
+        report = vantlib::importMaterialCards(target.library, target.files, target.answer,
                                               [&](size_t done, size_t total) { progress(done, total); });
     }
     for (const auto& failure : report.failed)
