@@ -14,6 +14,7 @@
 #include <vantlib/Exchange.h>
 #include <vantlib/vantlib.h>
 
+#include "BenchBasics.h"
 #include "Floor.h"
 #include "LibraryWork.h"
 #include "Records.h"
@@ -22,30 +23,8 @@ using namespace vantlib;
 
 namespace {
 
-template <class F>
-double timeMs(F&& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
-class Folder {
-public:
-    Folder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "vantlib-exchange-bench-XXXXXX").string();
-        if (!mkdtemp(pattern.data()))
-            throw std::runtime_error("cannot create a temporary folder");
-        m_path = pattern;
-    }
-    ~Folder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(m_path, ignored);
-    }
-    std::string file(const char* name) const { return m_path + "/" + name; }
-
-private:
-    std::string m_path;
-};
+using vl_bench::Folder;
+using vl_bench::timeMs;
 
 std::shared_ptr<Library> newLibrary(const std::string& path) {
     return Library::create(OdString::fromUtf8(path), OdDb::kUnitsMillimeters);
@@ -58,7 +37,7 @@ struct Figures {
 };
 
 Figures run(size_t n) {
-    Folder folder;
+    Folder folder("vantlib-exchange-bench");
     const std::vector<MaterialRecord> materialRecords = makeMaterials(n);
     const std::vector<CompositionRecord> compositionRecords = makeCompositions(n, n);
 

@@ -12,6 +12,7 @@
 
 #include <vantlib/vantlib.h>
 
+#include "BenchBasics.h"
 #include "Floor.h"
 #include "LibraryWork.h"
 #include "Records.h"
@@ -20,6 +21,9 @@ using namespace vantlib;
 
 namespace {
 
+using vl_bench::Folder;
+using vl_bench::timeMs;
+
 struct Measure {
     std::string operation;
     size_t n;
@@ -27,35 +31,10 @@ struct Measure {
     double floorMs;
 };
 
-template <class F>
-double timeMs(F&& work) {
-    auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
 void expectSame(size_t ours, size_t floor, const char* what) {
     if (ours != floor)
         throw std::runtime_error(std::string(what) + ": library and floor disagree on the number of objects");
 }
-
-class Folder {
-public:
-    Folder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "vantlib-bench-XXXXXX").string();
-        if (!mkdtemp(pattern.data()))
-            throw std::runtime_error("cannot create a temporary folder");
-        m_path = pattern;
-    }
-    ~Folder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(m_path, ignored);
-    }
-    std::string file(const char* name) const { return m_path + "/" + name; }
-
-private:
-    std::string m_path;
-};
 
 // A library file used by the floor: the same tables, created empty and closed again.
 std::string floorFile(const Folder& folder, const char* name) {
@@ -65,7 +44,7 @@ std::string floorFile(const Folder& folder, const char* name) {
 }
 
 void run(size_t n, std::vector<Measure>& results) {
-    Folder folder;
+    Folder folder("vantlib-bench");
     std::vector<MaterialRecord> materialRecords = makeMaterials(n);
     std::vector<CompositionRecord> compositionRecords = makeCompositions(n, n);
     auto library = Library::create(OdString::fromUtf8(folder.file("library.vlib")), OdDb::kUnitsMillimeters);
