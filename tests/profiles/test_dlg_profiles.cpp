@@ -1,5 +1,6 @@
 // The profiles dialog driven as a user drives it: opening, selecting in both lists, filtering,
 // searching, deleting, copying and the picker modes.
+#include <sqlite3.h>
 #include <wx/button.h>
 #include <wx/msgdlg.h>
 #include <wx/testing.h>
@@ -127,6 +128,31 @@ TEST_F(ProfilesDialog, EveryShapePictureIsInTheLayout) {
     click(vl_db::kDbCentral, "T 50");
     EXPECT_TRUE(control("PANEL_PREVIEW")->IsShown());
     EXPECT_TRUE(control("PANEL_TSHAPE_GRID")->IsShown());
+}
+
+// A library written by a later version may hold a shape this build does not know.
+TEST_F(ProfilesDialog, AShapeOfALaterVersionIsListedAsGeneric) {
+    QcSmartPtr<vantlib::Profile> later = profile(central, L"EN 10365", L"IPE", L"240", vantlib::kIShapeProfile, {});
+    sqlite3* file = nullptr;
+    ASSERT_EQ(SQLITE_OK, sqlite3_open(vantlib::getImplFilename(central).toUtf8().c_str(), &file));
+    const int changed = sqlite3_exec(file,
+                                     ("UPDATE lib_profile SET object_type = 35, parameters = '{\"arm\":3}' WHERE id = " +
+                                      std::to_string(later->id()))
+                                         .c_str(),
+                                     nullptr, nullptr, nullptr);
+    sqlite3_close(file);
+    ASSERT_EQ(SQLITE_OK, changed);
+    open();
+    click(vl_db::kDbCentral, "IPE 240");
+    EXPECT_EQ(text("ID_SHAPE_TXTCTRL"), "Generic");
+    EXPECT_EQ(text("ID_SIZE_VALUE"), "240");
+    for (const vl_app::ShapePanel& panel : vl_app::shapePanels())
+        EXPECT_FALSE(control(panel.panel)->IsShown()) << panel.panel;
+    EXPECT_FALSE(control("PANEL_PREVIEW")->IsShown());
+    // The shape filter offers only shapes it can name.
+    wxChoice* shapes = dialog->getFilter(Kind::kFilterShape);
+    for (unsigned i = 0; i < shapes->GetCount(); ++i)
+        EXPECT_FALSE(shapes->GetString(i).empty());
 }
 
 TEST_F(ProfilesDialog, PreselectionLooksOnlyWhereItIsTold) {

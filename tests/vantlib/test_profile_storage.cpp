@@ -4,6 +4,8 @@
 
 #include <filesystem>
 
+#include <vantlib/Exchange.h>
+
 #include "LibraryStore.h"
 
 using namespace vltest;
@@ -266,23 +268,57 @@ TEST_F(ProfileLibrary, RemovalIsRefusedWhileUsedAndCopyBringsStandardAndName) {
     EXPECT_EQ(2u, target->count<Profile>());
 }
 
-TEST_F(ProfileLibrary, ARowThisVersionCannotRepresentIsReportedNotGuessed) {
+// A later version may add dimensions and shapes. A dimension this version does not know is
+// damage to it (a save would drop it); a shape it does not know is listed without dimensions
+// and written back exactly as read.
+TEST_F(ProfileLibrary, RowsOfALaterVersionAreReportedOrKeptWhole) {
     RecordingReactor reactor;
     QcSmartPtr<Profile> sound = addI(ipe, W("200"), 200);
     QcSmartPtr<Profile> odd = addI(ipe, W("220"), 220);
-    QcSmartPtr<Profile> unknown = addI(ipe, W("240"), 240);
+    QcSmartPtr<Profile> later = addI(ipe, W("240"), 240);
+    const std::string laterParameters = "{\"arm\":12.5,\"wing\":3}";
     sqlite3* db = library->store().db();
     ASSERT_EQ(SQLITE_OK, sqlite3_exec(db,
                                       ("UPDATE lib_profile SET parameters = '{\"overall_depth\":220,\"wing\":3}' WHERE id = " +
-                                       std::to_string(odd->id()) + ";UPDATE lib_profile SET object_type = 35 WHERE id = " +
-                                       std::to_string(unknown->id()))
+                                       std::to_string(odd->id()) + ";UPDATE lib_profile SET object_type = 35, parameters = '" +
+                                       laterParameters + "' WHERE id = " + std::to_string(later->id()))
                                           .c_str(),
                                       nullptr, nullptr, nullptr));
     std::vector<QcSmartPtr<Profile>> all;
     library->get(all, ProfilesPanelQuery());
-    ASSERT_EQ(1u, all.size());
+    ASSERT_EQ(2u, all.size());
     EXPECT_EQ(sound->id(), all[0]->id());
-    EXPECT_EQ(2u, reactor.loadFailures.size());
+    EXPECT_EQ(1u, reactor.loadFailures.size());
+
+    QcSmartPtr<Profile> kept = all[1];
+    ASSERT_EQ(&UnknownShapeProfile::desc(), &kept->isA());
+    EXPECT_EQ(W("EN 10365 IPE 240"), kept->displayName());
+    kept->set_description(W("from a later version"));
+    library->save(kept);
+
+    auto storedRow = [](sqlite3* handle, unsigned id) {
+        sqlite3_stmt* stmt = nullptr;
+        sqlite3_prepare_v2(handle, "SELECT object_type, parameters, description FROM lib_profile WHERE id = ?", -1, &stmt, nullptr);
+        sqlite3_bind_int(stmt, 1, int(id));
+        std::string row;
+        if (sqlite3_step(stmt) == SQLITE_ROW)
+            row = std::to_string(sqlite3_column_int(stmt, 0)) + " " +
+                  reinterpret_cast<const char*>(sqlite3_column_text(stmt, 1)) + " " +
+                  reinterpret_cast<const char*>(sqlite3_column_text(stmt, 2));
+        sqlite3_finalize(stmt);
+        return row;
+    };
+    EXPECT_EQ("35 " + laterParameters + " from a later version", storedRow(db, later->id()));
+
+    auto target = Library::create(dir.file("target.vlib"), OdDb::kUnitsMillimeters);
+    target->copy<Profile>(library, {kept->id()});
+    std::vector<QcSmartPtr<Profile>> copied;
+    target->get(copied, ProfilesPanelQuery());
+    ASSERT_EQ(1u, copied.size());
+    EXPECT_EQ("35 " + laterParameters + " from a later version", storedRow(target->store().db(), copied[0]->id()));
+
+    // Written to the exchange format its dimensions could not be read back anywhere.
+    EXPECT_THROW(exportLibrary(*library), ExchangeError);
 }
 
 TEST(ProfileMigration, AVersionOneLibraryOpensWithEveryObjectAndTakesProfiles) {

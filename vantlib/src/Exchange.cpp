@@ -319,6 +319,13 @@ void writeLoop(JsonText& out, const ProfileLoop& loop) {
 }
 
 void writeProfile(JsonText& out, const Profile& profile) {
+    // Its dimensions mean nothing to this version: written under a shape it does not know, they
+    // could not be read back anywhere.
+    if (&profile.isA() == &UnknownShapeProfile::desc())
+        throw ExchangeError(OdString::formatted(
+            L"The profile '%ls' has a shape that this version does not know, so the library cannot be exported "
+            L"whole. Export it with the version that made the profile.",
+            profile.displayName().c_str()));
     out.beginObject();
     if (hasName(profile.name())) {
         out.member("name", profile.name()->name());

@@ -285,6 +285,13 @@ const ProfileClass& CustomProfile::desc() {
     return c;
 }
 
+// Not among all(): no profile of this class can be made, only read.
+const ProfileClass& UnknownShapeProfile::desc() {
+    static const ProfileClass c(kConstructionProfile, "UnknownShape", "UnknownShapeProfile", nullptr, {},
+                                [] { return QcSmartPtr<Profile>(); });
+    return c;
+}
+
 // ---- Profile
 
 OdString Profile::displayName() const {

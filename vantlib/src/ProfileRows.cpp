@@ -7,6 +7,7 @@
 #include <cctype>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <string_view>
 
 #include <OdNumberText.h>
@@ -203,8 +204,14 @@ const std::vector<std::string>& profileColumns() {
 }
 
 QcSmartPtr<Object> createProfileFromRow(const Statement& row) {
-    const ProfileClass* profileClass = ProfileClass::byType(ObjectType(row.integer(5)));
-    return profileClass ? QcSmartPtr<Object>(profileClass->createEmpty().get()) : QcSmartPtr<Object>();
+    const int64_t storedType = row.int64(5);
+    if (const ProfileClass* profileClass = ProfileClass::byType(ObjectType(storedType)))
+        return QcSmartPtr<Object>(profileClass->createEmpty().get());
+    // A class of a later version; a number below the shapes' is damage.
+    if (storedType < kFirstProfileShape || storedType > int64_t(UINT32_MAX))
+        return QcSmartPtr<Object>();
+    return QcSmartPtr<Object>(
+        new UnknownShapeProfile(unsigned(storedType), std::string(columnText(row, 9)), std::string(columnText(row, 10))));
 }
 
 bool readProfileRow(const Statement& row, Object& object) {
@@ -213,6 +220,8 @@ bool readProfileRow(const Statement& row, Object& object) {
     profile.set_description(row.text(3));
     if (row.boolean(6))
         profile.set_offset(Vector2d(row.real(7), row.real(8)));
+    if (&profile.isA() == &UnknownShapeProfile::desc())
+        return true;
     if (!parametersFromJson(columnText(row, 9), profile))
         return false;
     if (profile.objectType() == kCustomProfile) {
@@ -238,11 +247,19 @@ void bindProfileRow(Statement& stmt, const Object& object) {
                                                    fault.c_str()));
     stmt.bind(1, profile.size())
         .bind(3, profile.description())
-        .bind(5, unsigned(profile.objectType()))
         .bind(6, profile.has_offset() ? 1 : 0)
         .bind(7, profile.offset().x)
-        .bind(8, profile.offset().y)
-        .bind(9, parametersToJson(profile));
+        .bind(8, profile.offset().y);
+    if (&profile.isA() == &UnknownShapeProfile::desc()) {
+        const auto& unknown = static_cast<const UnknownShapeProfile&>(profile);
+        stmt.bind(5, unknown.storedType()).bind(9, unknown.storedParameters());
+        if (unknown.storedGeometry().empty())
+            stmt.bindNull(10);
+        else
+            stmt.bind(10, unknown.storedGeometry());
+        return;
+    }
+    stmt.bind(5, unsigned(profile.objectType())).bind(9, parametersToJson(profile));
     if (profile.objectType() == kCustomProfile)
         stmt.bind(10, geometryToJson(static_cast<const CustomProfile&>(profile).geometry()));
     else

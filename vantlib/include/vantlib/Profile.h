@@ -4,6 +4,7 @@
 // profile itself adds its size ("200"). Its section is one of sixteen parametric shapes or a
 // custom outline taken from drawing geometry.
 #include <array>
+#include <string>
 #include <vector>
 
 #include <vantlib/Material.h>
@@ -442,6 +443,33 @@ public:
 
 private:
     ProfileGeometry m_geometry;
+};
+
+// A profile whose shape class this version does not know (written by a later version). It is
+// listed and shown like any profile, without dimensions; its stored class and dimensions are
+// kept as read, so saving or copying it loses nothing.
+class UnknownShapeProfile : public Profile {
+public:
+    static constexpr ObjectType kType = kConstructionProfile;
+    static const ProfileClass& desc();
+    const ProfileClass& isA() const override { return desc(); }
+
+    UnknownShapeProfile(unsigned storedType, std::string storedParameters, std::string storedGeometry)
+        : Profile(kConstructionProfile), m_storedType(storedType), m_storedParameters(std::move(storedParameters)),
+          m_storedGeometry(std::move(storedGeometry)) {}
+
+    // The class number, dimensions and outline as the file holds them.
+    unsigned storedType() const { return m_storedType; }
+    const std::string& storedParameters() const { return m_storedParameters; }
+    const std::string& storedGeometry() const { return m_storedGeometry; }
+
+protected:
+    Object* cloneImpl() const override { return new UnknownShapeProfile(*this); }
+
+private:
+    unsigned m_storedType;
+    std::string m_storedParameters;
+    std::string m_storedGeometry;
 };
 
 // Why the profile's dimensions make no section (no depth, a web thicker than the flange is
