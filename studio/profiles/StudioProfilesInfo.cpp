@@ -51,19 +51,23 @@ std::wstring trimmed(const std::wstring& text) {
 
 }  // namespace
 
-std::set<OdString> parseProfileStandards(const OdString& setting) {
-    std::set<OdString> result;
+std::vector<OdString> profileStandardList(const OdString& setting) {
+    std::vector<OdString> result;
+    std::vector<std::wstring> seen;
     std::wstring entry;
     const std::wstring text = std::wstring(setting.c_str()) + L";";
     for (wchar_t c : text) {
-        if (c == L';' || c == L',') {
-            entry = trimmed(entry);
-            if (!entry.empty())
-                result.insert(OdString(entry.c_str()));
-            entry.clear();
-        } else {
+        if (c != L';' && c != L',') {
             entry += c;
+            continue;
         }
+        entry = trimmed(entry);
+        const std::wstring key = folded(OdString(entry.c_str()));
+        if (!entry.empty() && std::find(seen.begin(), seen.end(), key) == seen.end()) {
+            seen.push_back(key);
+            result.push_back(OdString(entry.c_str()));
+        }
+        entry.clear();
     }
     return result;
 }
@@ -181,7 +185,8 @@ vantlib::Vector2d StudioProfilesInfo::toCentroid(const vantlib::Profile& profile
 }
 
 void StudioProfilesInfo::getAllowedProfileStandards(std::set<OdString>& standards) {
-    standards = parseProfileStandards(OdEdSettingsManager::instance().getString(L"BIMPROFILESTANDARDS"));
+    const std::vector<OdString> listed = profileStandardList(OdEdSettingsManager::instance().getString(L"BIMPROFILESTANDARDS"));
+    standards = std::set<OdString>(listed.begin(), listed.end());
 }
 
 bool StudioProfilesInfo::expandProfileStandards(OdDbDatabase* db, std::set<OdString>& standards) {

@@ -26,8 +26,9 @@ public:
     bool isValidProfile(const vantlib::Profile& profile) override;
 };
 
-// The standards named by a BIMPROFILESTANDARDS value: separated by ';' or ',', blanks trimmed.
-std::set<OdString> parseProfileStandards(const OdString& setting);
+// The standards named by a BIMPROFILESTANDARDS value, in its order: separated by ';' or ',',
+// blanks trimmed, empty entries and repeats (letter case ignored) dropped.
+std::vector<OdString> profileStandardList(const OdString& setting);
 // The names in `available` that an allowed entry names: the same name (letter case ignored) or
 // a name that begins with the entry and a blank ("EN" allows "EN 10365").
 std::set<OdString> matchProfileStandards(const std::set<OdString>& allowed, const std::vector<OdString>& available);

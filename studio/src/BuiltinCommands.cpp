@@ -8,12 +8,17 @@
 #include "MainFrame.h"
 #include "OaApp.h"
 #include "OdStringWx.h"
+#include "PreferencesDialog.h"
 #include "Prompt.h"
 
 // `frame` is read when a command runs: commands are registered before the window exists.
 void registerBuiltinCommands(oa::OaApp& app, DrawingSession& session, MainFrame*& frame) {
     app.addCommand("about", wxString(), [&app, &frame] {
         AboutDialog dialog(frame, app);
+        dialog.ShowModal();
+    });
+    app.addCommand("preferences", wxString(), [&frame] {
+        PreferencesDialog dialog(frame);
         dialog.ShowModal();
     });
     app.addCommand("open", wxString(), [&frame] {

@@ -87,9 +87,12 @@ wxMenuBar* MainFrame::buildMenuBar() {
     file->Append(kImportLibraryId, _("&Import Library..."), _("Read a library exchange document into a library of the drawing"));
     file->Append(kExportLibraryId, _("&Export Library..."), _("Write a library of the drawing as an exchange document"));
     file->AppendSeparator();
+    file->Append(wxID_PREFERENCES, _("&Preferences..."), _("Central libraries, name clashes and profile standards"));
+    file->AppendSeparator();
     file->Append(wxID_EXIT, _("E&xit"));
     Bind(wxEVT_MENU, [this](wxCommandEvent&) { chooseAndOpenDrawing(); }, wxID_OPEN);
     Bind(wxEVT_MENU, [this](wxCommandEvent&) { closeDrawing(); }, wxID_CLOSE);
+    Bind(wxEVT_MENU, [this](wxCommandEvent&) { m_app.runCommand("preferences"); }, wxID_PREFERENCES);
     Bind(wxEVT_MENU, [this](wxCommandEvent&) { Close(); }, wxID_EXIT);
     Bind(wxEVT_UPDATE_UI, [this](wxUpdateUIEvent& e) { e.Enable(m_session.database() != nullptr); }, wxID_CLOSE);
     for (const auto& [id, command] : {std::make_pair(kImportLibraryId, kImportLibraryCommand),

@@ -103,7 +103,7 @@ TEST_F(StudioProfilesTest, EntitiesAreAttachedAndDetached) {
 }
 
 TEST_F(StudioProfilesTest, AllowedStandardsComeFromTheSettingAndTheLibraries) {
-    EXPECT_EQ((std::set<OdString>{L"EN", L"AISC 360"}), parseProfileStandards(L" EN ;AISC 360,, "));
+    EXPECT_EQ((std::vector<OdString>{L"EN", L"AISC 360"}), profileStandardList(L" EN ;AISC 360,, en "));
     const std::vector<OdString> available{L"EN 10365", L"ENV 1", L"aisc 360", L"User"};
     EXPECT_EQ((std::set<OdString>{L"EN 10365", L"aisc 360"}),
               matchProfileStandards({L"en", L"AISC 360"}, available));
