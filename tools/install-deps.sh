@@ -2,7 +2,7 @@
 # Installs the Debian packages the build needs. As root it runs apt-get; otherwise it prints the
 # exact command to run and fails, so that nothing half-configured is built.
 set -euo pipefail
-packages=(cmake g++ make pkg-config libwxgtk3.2-dev wx-common libsqlite3-dev libsqlitecpp-dev
+packages=(cmake g++ make pkg-config libwxgtk3.2-dev wx-common wx3.2-i18n libsqlite3-dev libsqlitecpp-dev
           libgtest-dev libgmock-dev libbenchmark-dev librsvg2-bin gettext xvfb xauth locales
           nlohmann-json3-dev libyaml-cpp-dev)
 # The tests check that numbers read and print the same under a decimal-comma locale.

@@ -8,6 +8,7 @@
 #include "StudioApp.h"
 #include "StudioHost.h"
 #include "StudioOptions.h"
+#include "Translations.h"
 
 wxIMPLEMENT_APP_NO_MAIN(StudioApp);
 
@@ -28,6 +29,7 @@ int main(int argc, char** argv) {
     // Until the toolkit is up, wx's messages (why it could not start, above all) go to stderr:
     // its message boxes would need the display that may be missing. OnInit hands them back.
     delete wxLog::SetActiveTarget(new wxLogStderr);
+    chooseToolkitLanguage(options.lang);
     auto* app = new StudioApp;
     app->setOptions(options);
     wxApp::SetInstance(app);
