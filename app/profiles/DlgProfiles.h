@@ -4,6 +4,7 @@
 // identity and dimensions on the right. Host commands pick a profile through selectProfiles.
 #include <array>
 #include <memory>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -65,6 +66,7 @@ public:
 
     // The query both lists are filled with; throws NoStandardsError.
     vantlib::ProfilesPanelQuery composeProfilesQuery() const;
+    // Refills both lists from the libraries.
     void updateLists(bool keepSelection);
     // Makes the given list's selected row the dialog's selection.
     void setSelectedProfile(vl_db::EDbType type);
@@ -104,6 +106,12 @@ private:
 
     // ---- filters and the query (DlgProfilesFilters.cpp)
     void initFilters();
+    // Refills both lists for the filters and the search; `reread` reads the libraries again,
+    // otherwise the profiles already read are narrowed.
+    void refillLists(bool keepSelection, bool reread);
+    // The standards the host allows, as the libraries name them; empty: any. Throws
+    // NoStandardsError.
+    std::set<OdString> allowedStandards() const;
     void restoreFilters();
     void updateFilters(EFilterKind kind);
     void updateFilterList(EFilterKind kind, const std::set<wxString>& values);
@@ -158,6 +166,12 @@ private:
     wxBitmap m_preview;
     // The query of the refill under way: both lists are filled with it.
     vantlib::ProfilesPanelQuery m_query;
+    // Each library's profiles within the host's standards, sorted, as last read (project,
+    // central); none before the first read.
+    std::array<std::optional<std::vector<QcSmartPtr<vantlib::Profile>>>, 2> m_loaded;
+    vantlib::ProfilesPanelQuery m_wholeQuery;
+    // Set while a refill only narrows the profiles already read.
+    bool m_refilling = false;
     // The profiles each list shows, in list order (project, central): the filters offer their values.
     std::array<std::vector<QcSmartPtr<vantlib::Profile>>, 2> m_listed;
     // The profiles that the last removal kept, for its message.

@@ -88,7 +88,7 @@ void DlgProfiles::onFilterChanged(EFilterKind kind, int selection) {
         return;
     wxWindowUpdateLocker freeze(this);
     setFilter(kind, selection);
-    updateLists(true);
+    refillLists(true, false);
     rememberedLabels()[kind] = getFilterLabel(kind);
     updateFilters(isAllFilterSelected(kind) ? kFilterAll : kind);
     fitColumns();
@@ -102,7 +102,7 @@ void DlgProfiles::onNameChanged(wxCommandEvent& event) { onFilterChanged(kFilter
 void DlgProfiles::onProfilenameFilterTextChanged(wxCommandEvent&) {
     m_searchText = XRCCTRL(*this, "ID_PROFILEFILTER", wxSearchCtrl)->GetValue();
     wxWindowUpdateLocker freeze(this);
-    updateLists(true);
+    refillLists(true, false);
 }
 
 void DlgProfiles::updateFilters(EFilterKind kind) {
@@ -173,17 +173,10 @@ vantlib::ProfilesPanelQuery DlgProfiles::composeProfilesQuery() const {
     standard = toWx(vl_db::convertProfileStandardLabel(toOd(standard), vl_db::kStoredString));
 
     vantlib::ProfilesPanelQuery query;
-    if (!standard.empty()) {
+    if (!standard.empty())
         query.standards.insert(toOd(standard));
-    } else if (m_host) {
-        std::set<OdString> allowed;
-        m_host->getAllowedProfileStandards(allowed);
-        if (!allowed.empty()) {
-            if (!m_host->expandProfileStandards(m_libs ? m_libs->database() : nullptr, allowed))
-                throw NoStandardsError();
-            query.standards = allowed;
-        }
-    }
+    else
+        query.standards = allowedStandards();
     if (!isAllFilterSelected(kFilterType))
         query.type = profileTypeFromLabel(getFilterLabel(kFilterType));
     const wxString shortName = shapeShortName(shape);
@@ -196,14 +189,36 @@ vantlib::ProfilesPanelQuery DlgProfiles::composeProfilesQuery() const {
     return query;
 }
 
-void DlgProfiles::updateLists(bool keepSelection) {
+std::set<OdString> DlgProfiles::allowedStandards() const {
+    std::set<OdString> allowed;
+    if (!m_host)
+        return allowed;
+    m_host->getAllowedProfileStandards(allowed);
+    if (!allowed.empty() && !m_host->expandProfileStandards(m_libs ? m_libs->database() : nullptr, allowed))
+        throw NoStandardsError();
+    return allowed;
+}
+
+void DlgProfiles::updateLists(bool keepSelection) { refillLists(keepSelection, true); }
+
+void DlgProfiles::refillLists(bool keepSelection, bool reread) {
+    vantlib::ProfilesPanelQuery whole;
     try {
         // One query for both lists: a host restriction that matches nothing is reported once.
         m_query = composeProfilesQuery();
+        whole.standards = allowedStandards();
+        // A chosen standard overrides the host's list: what is held must include it.
+        if (!whole.standards.empty())
+            whole.standards.insert(m_query.standards.begin(), m_query.standards.end());
     } catch (const NoStandardsError& error) {
         showMessage(this, toWx(error.description()));
         return;
     }
+    if (whole.standards != m_wholeQuery.standards) {
+        m_wholeQuery = whole;
+        reread = true;
+    }
+    m_refilling = !reread;
     // A list whose library is missing stays empty.
     for (auto& listed : m_listed)
         listed.clear();
@@ -218,16 +233,27 @@ void DlgProfiles::updateLists(bool keepSelection) {
             setSelectedProfile(type);
         }
     }
+    m_refilling = false;
     if (!m_selected)
         m_selectionChanged = true;
 }
 
 std::vector<ObjectRow> DlgProfiles::queryRows(const std::shared_ptr<vantlib::Library>& library) {
     const vl_db::EDbType type = library == getLib(vl_db::kDbProject) ? vl_db::kDbProject : vl_db::kDbCentral;
+    // The library is read whole once (within the host's standards) and sorted; filters and the
+    // search narrow what is held. Any other refill (a change to the library) reads it again.
+    auto& loaded = m_loaded[type];
+    if (!loaded || !m_refilling) {
+        loaded.emplace();
+        library->get(*loaded, m_wholeQuery);
+        vl_db::sortProfiles(*loaded);
+    }
     auto& profiles = m_listed[type];
     profiles.clear();
-    library->get(profiles, m_query);
-    vl_db::sortProfiles(profiles);
+    const vantlib::ProfilesPanelQuery::Matcher matches(m_query);
+    for (const auto& profile : *loaded)
+        if (matches(*profile))
+            profiles.push_back(profile);
     std::vector<ObjectRow> rows(profiles.size());
     for (size_t i = 0; i < profiles.size(); ++i) {
         rows[i].id = profiles[i]->id();

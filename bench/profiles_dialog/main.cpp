@@ -1,9 +1,12 @@
 // The profiles dialog on large steel catalogues: opening it (build, fill and paint both lists),
-// choosing one filter, and each keystroke of a search, against a floor measured in the same run:
-// the raw SQLite read of the same rows (id, standard, name, size, shape and dimensions of every
-// profile the lists show, in list order) from both library files.
+// choosing one filter, and each keystroke of a search, against floors measured in the same run.
+// Opening: the raw SQLite read of the same rows (id, standard, name, size, shape and dimensions
+// of every profile the lists show, in list order) from both library files. The dialog reads the
+// libraries once and narrows what it holds, so a filter or a keystroke is measured against the
+// same rows held in plain structures and narrowed by plain code to the names a list shows.
 // Needs a display; without one the program runs itself again under xvfb-run.
 #include <algorithm>
+#include <cwctype>
 #include <cstdio>
 #include <stdexcept>
 #include <string>
@@ -105,6 +108,59 @@ double readFloor(const fs::path& projectFile, const fs::path& centralFile, const
     return msSince(start);
 }
 
+// Rows as plain code holds them after one read.
+struct HeldRow {
+    int64_t id;
+    std::wstring standard, name, size, description;
+    int shape;
+};
+
+std::vector<HeldRow> holdRows(const fs::path& projectFile, const fs::path& centralFile) {
+    std::vector<HeldRow> held;
+    for (const fs::path& file : {centralFile, projectFile}) {
+        sqlite3* db = nullptr;
+        if (sqlite3_open_v2(file.c_str(), &db, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK)
+            throw std::runtime_error("floor: cannot open " + file.string());
+        sqlite3_stmt* stmt = nullptr;
+        sqlite3_prepare_v2(db,
+                           "SELECT p.id, s.name, n.name, p.size, p.description, p.object_type FROM lib_profile p"
+                           " LEFT JOIN lib_profile_name n ON n.id = p.name_id"
+                           " LEFT JOIN lib_profile_standard s ON s.id = n.standard_id ORDER BY s.name, n.name, p.size",
+                           -1, &stmt, nullptr);
+        const auto text = [stmt](int column) {
+            const auto* value = reinterpret_cast<const char*>(sqlite3_column_text(stmt, column));
+            return OdString::fromUtf8(value ? value : "").str();
+        };
+        while (sqlite3_step(stmt) == SQLITE_ROW)
+            held.push_back({sqlite3_column_int64(stmt, 0), text(1), text(2), text(3), text(4), sqlite3_column_int(stmt, 5)});
+        sqlite3_finalize(stmt);
+        sqlite3_close(db);
+    }
+    return held;
+}
+
+// The floor of a filter or a keystroke: the held rows narrowed, and the names the list shows
+// made for the rows kept.
+template <class Keep>
+double narrowFloor(const std::vector<HeldRow>& held, Keep keep, size_t* rows) {
+    const auto start = Clock::now();
+    std::vector<std::pair<int64_t, std::wstring>> shown;
+    for (const HeldRow& row : held)
+        if (keep(row))
+            shown.emplace_back(row.id, row.name + L' ' + row.size);
+    *rows = shown.size();
+    return msSince(start);
+}
+
+// Whether the row's searched text (standard, name, size, description) holds `typed`, letter
+// case ignored.
+bool holdsText(const HeldRow& row, const std::wstring& typed) {
+    std::wstring searched = row.standard + L' ' + row.name + L' ' + row.size + L' ' + row.description;
+    for (wchar_t& ch : searched)
+        ch = wchar_t(std::towlower(ch));
+    return searched.find(typed) != std::wstring::npos;
+}
+
 // Marks both lists for painting.
 void paint(vl_app::DlgProfiles& dialog) {
     for (const vl_db::EDbType type : {vl_db::kDbProject, vl_db::kDbCentral})
@@ -184,31 +240,46 @@ double fixedCost(const fs::path& dir) {
 
 int run(const fs::path& dir) {
     const double fixedMs = fixedCost(dir);
-    std::printf("\nprofiles dialog: open, one filter, slowest search keystroke (\"%s\") against the raw SQLite read "
-                "of the same rows\n",
+    std::printf("\nprofiles dialog: open, one filter and the slowest search keystroke (\"%s\") against the raw SQLite "
+                "read of the same rows (sql), and filter and keystroke also against those rows held and narrowed in "
+                "plain code (held)\n",
                 kSearch);
     std::printf("fixed cost of the dialog (empty libraries): %.1f ms\n", fixedMs);
-    std::printf("%8s %8s | %9s %9s %7s | %9s %9s %7s | %9s %9s %7s\n", "central", "project", "open ms", "floor",
-                "ratio", "filter", "floor", "ratio", "key ms", "floor", "ratio");
+    std::printf("%8s %8s | %8s %8s %7s | %8s %8s %7s %8s %7s | %8s %8s %7s %8s %7s\n", "central", "project", "open ms",
+                "sql", "ratio", "filter", "sql", "ratio", "held", "ratio", "key ms", "sql", "ratio", "held", "ratio");
     bool targetMet = true, variableMet = true;
     for (const size_t n : {size_t(5000), size_t(50000)}) {
         vl_bench::Drawing drawing(
             dir / std::to_string(n), [n](const auto& library) { fill(library, n); },
             [n](const auto& library) { fill(library, n / 10); });
         Figures best;
-        double openFloor = 1e300, filterFloor = 1e300, keyFloor = 1e300;
+        double openFloor = 1e300, filterFloor = 1e300, keyFloor = 1e300, filterSql = 1e300, keySql = 1e300;
         size_t rows = 0, filtered = 0, found = 0;
         for (int repeat = 0; repeat < kRepeats; ++repeat) {
             openFloor = std::min(openFloor, readFloor(drawing.drawingFile, drawing.centralFile, "", &rows));
-            filterFloor = std::min(filterFloor, readFloor(drawing.drawingFile, drawing.centralFile,
-                                                          "WHERE p.object_type = " +
-                                                              std::to_string(int(vantlib::kRectangleHollowProfile)),
-                                                          &filtered));
-            // The slowest keystroke of the search is its first: the most rows match one letter.
-            keyFloor = std::min(keyFloor, readFloor(drawing.drawingFile, drawing.centralFile,
-                                                    "WHERE (s.name || ' ' || n.name || ' ' || p.size || ' ' || "
-                                                    "p.description) LIKE '%H%'",
-                                                    &found));
+            size_t sqlRows = 0;
+            filterSql = std::min(filterSql, readFloor(drawing.drawingFile, drawing.centralFile,
+                                                      "WHERE p.object_type = " +
+                                                          std::to_string(int(vantlib::kRectangleHollowProfile)),
+                                                      &sqlRows));
+            keySql = std::min(keySql, readFloor(drawing.drawingFile, drawing.centralFile,
+                                                "WHERE (s.name || ' ' || n.name || ' ' || p.size || ' ' || "
+                                                "p.description) LIKE '%H%'",
+                                                &sqlRows));
+            const std::vector<HeldRow> held = holdRows(drawing.drawingFile, drawing.centralFile);
+            filterFloor = std::min(filterFloor, narrowFloor(held, [](const HeldRow& row) {
+                                       return row.shape == int(vantlib::kRectangleHollowProfile);
+                                   }, &filtered));
+            // Each keystroke's floor; the slowest one counts, as for the dialog.
+            double slowestKey = 0.0;
+            std::wstring typed;
+            for (const char* key = kSearch; *key; ++key) {
+                typed.push_back(wchar_t(std::towlower(*key)));
+                slowestKey = std::max(slowestKey, narrowFloor(held, [&typed](const HeldRow& row) {
+                                                      return holdsText(row, typed);
+                                                  }, &found));
+            }
+            keyFloor = std::min(keyFloor, slowestKey);
             const Figures figures = measureDialog(drawing.libs);
             if (figures.rows != rows || figures.filtered != filtered)
                 throw std::runtime_error("the dialog listed " + std::to_string(figures.rows) + " / " +
@@ -218,17 +289,19 @@ int run(const fs::path& dir) {
             best.filter = std::min(best.filter, figures.filter);
             best.keystroke = repeat == 0 ? figures.keystroke : std::min(best.keystroke, figures.keystroke);
         }
-        const double openRatio = best.open / openFloor, filterRatio = best.filter / filterFloor,
-                     keyRatio = best.keystroke / keyFloor;
-        std::printf("%8zu %8zu | %9.1f %9.1f %6.2fx | %9.1f %9.1f %6.2fx | %9.1f %9.1f %6.2fx\n", n, n / 10, best.open,
-                    openFloor, openRatio, best.filter, filterFloor, filterRatio, best.keystroke, keyFloor, keyRatio);
-        if (n >= 50000 && (openRatio > 2.0 || keyRatio > 2.0))
+        const double openRatio = best.open / openFloor, filterRatio = best.filter / filterSql,
+                     keyRatio = best.keystroke / keySql;
+        std::printf("%8zu %8zu | %8.1f %8.1f %6.2fx | %8.1f %8.1f %6.2fx %8.1f %6.2fx | %8.1f %8.1f %6.2fx %8.1f %6.2fx\n",
+                    n, n / 10, best.open, openFloor, openRatio, best.filter, filterSql, filterRatio, filterFloor,
+                    best.filter / filterFloor, best.keystroke, keySql, keyRatio, keyFloor, best.keystroke / keyFloor);
+        if (n >= 50000 && (openRatio > 2.0 || filterRatio > 2.0 || keyRatio > 2.0))
             targetMet = false;
         if (n >= 50000 && std::max(0.0, best.open - fixedMs) / openFloor > 2.0)
             variableMet = false;
     }
     // The verdict is reported, not enforced: timings depend on the machine's load.
-    std::printf("target at 50k (open and keystroke ratio <= 2x): %s; opening beyond the fixed cost <= 2x: %s\n",
+    std::printf("target at 50k (open, filter and keystroke within 2x of the SQLite read): %s; opening beyond the fixed "
+                "cost <= 2x: %s\n",
                 targetMet ? "met" : "NOT MET", variableMet ? "met" : "NOT MET");
     return 0;
 }

@@ -207,6 +207,74 @@ TEST_F(ProfileLibrary, PanelQueryCombinesTypeClassStandardNameAndText) {
     EXPECT_EQ(Names{W("EN 10365 HEA 200")}, names(text)) << "the full name is searched";
 }
 
+// Editors narrow a list they hold instead of reading the library again: for every query the
+// profiles that match in memory are exactly those the library returns.
+TEST_F(ProfileLibrary, AQueryMatchesInMemoryWhatTheLibraryReturns) {
+    addI(ipe, W("200"), 200);
+    addI(hea, W("200"), 190);
+    auto bs = library->save(ProfileStandard::create(W("BS 4")));
+    auto ub = library->save(ProfileName::create(bs, W("UB"), ProfileType(kProfileStructuralSteel | kProfileGeneric)));
+    QcSmartPtr<IShapeProfile> universal = beamOf(ub, W("203x133x25"), 203);
+    universal->set_description(W("Universal beam, grade S275"));
+    library->save(QcSmartPtr<Profile>(universal.get()));
+    QcSmartPtr<CircleHollowProfile> pipe = CircleHollowProfile::create(duct, W("DN 100"));
+    pipe->set_description(W("Spiral seam, Ø 100"));
+    pipe->set_radius(50);
+    pipe->set_wall_thickness(1);
+    library->save(QcSmartPtr<Profile>(pipe.get()));
+    QcSmartPtr<RectangleProfile> plate = RectangleProfile::create(QcSmartPtr<ProfileName>(), W("Plate 10"));
+    plate->set_x_dim(100);
+    plate->set_y_dim(10);
+    library->save(QcSmartPtr<Profile>(plate.get()));
+
+    std::vector<ProfilesPanelQuery> queries(1);
+    for (ProfileType type : {kProfileGeneric, kProfileStructuralSteel, kProfileHvac, kProfileElectrical,
+                             ProfileType(kProfileHvac | kProfileStructuralSteel)}) {
+        queries.emplace_back();
+        queries.back().type = type;
+    }
+    for (const wchar_t* shape : {L"vantlib::IShapeProfile", L"vantlib::CircleHollow", L"vantlib::CircleProfile",
+                                 L"Rectangle", L"vantlib::NoSuchShape"}) {
+        queries.emplace_back();
+        queries.back().className = shape;
+    }
+    for (std::set<OdString> standards : std::vector<std::set<OdString>>{
+             {W("EN 10365")}, {W("en 10365"), W("bs 4")}, {W("DIN 1025")}, {W("EN")}}) {
+        queries.emplace_back();
+        queries.back().standards = standards;
+    }
+    for (const wchar_t* name : {L"IPE", L"ub", L"Duct", L"Plate", L"I"}) {
+        queries.emplace_back();
+        queries.back().name.equals(name);
+        queries.emplace_back();
+        queries.back().name.contains(name);
+    }
+    for (const wchar_t* text : {L"", L"200", L"10365 hea 2", L"SPIRAL", L"Ø", L"ø", L"plate 1", L"bs 4 ub 203",
+                                L"200 ", L"grade s275", L" "}) {
+        queries.emplace_back();
+        queries.back().text.contains(text);
+    }
+    queries.emplace_back();
+    queries.back().type = kProfileStructuralSteel;
+    queries.back().standards = {W("EN 10365")};
+    queries.back().text.contains(W("20"));
+
+    std::vector<QcSmartPtr<Profile>> everything;
+    library->get(everything, ProfilesPanelQuery());
+    ASSERT_EQ(5u, everything.size());
+    for (size_t q = 0; q < queries.size(); ++q) {
+        std::vector<QcSmartPtr<Profile>> read;
+        library->get(read, queries[q]);
+        std::set<unsigned> fromLibrary, inMemory;
+        for (const auto& profile : read)
+            fromLibrary.insert(profile->id());
+        for (const auto& profile : everything)
+            if (queries[q].matches(*profile))
+                inMemory.insert(profile->id());
+        EXPECT_EQ(fromLibrary, inMemory) << "query " << q;
+    }
+}
+
 TEST_F(ProfileLibrary, AProfileThatMakesNoSectionIsRefusedWithTheReason) {
     QcSmartPtr<IShapeProfile> flat = beamOf(ipe, W("0"), 200);
     flat->set_overall_depth(0);

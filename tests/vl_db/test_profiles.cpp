@@ -55,6 +55,24 @@ TEST(ProfileNames, ListsOrderByStandardNameAndSizeWithNumbersByValue) {
     EXPECT_EQ(OdString(), vl_db::fullProfileName(QcSmartPtr<const vantlib::Profile>()));
 }
 
+TEST(ProfileNames, SizesOrderByTheirNumbersWhateverSeparatesThem) {
+    const std::vector<OdString> sizes = {L"100x9",  L"100.5", L"0100x2", L"100",   L"100-5", L"100 A",
+                                         L"100x10", L"100a",  L"99x200", L"1e3",   L"10",    L"HD 400x1299",
+                                         L"100X3",  L"007",   L"7b",     L"hd 400x314"};
+    auto name = vantlib::ProfileName::create(vantlib::ProfileStandard::create(L"EN"), L"X", vantlib::kProfileStructuralSteel);
+    std::vector<vl_db::ProfilePtr> profiles;
+    for (const OdString& size : sizes)
+        profiles.push_back(vl_db::ProfilePtr(vantlib::IShapeProfile::create(name, size).get()));
+    vl_db::sortProfiles(profiles);
+    std::vector<OdString> order;
+    for (const auto& p : profiles)
+        order.push_back(p->size());
+    const std::vector<OdString> expected = {L"1e3",   L"007",   L"7b",    L"10",     L"99x200", L"100",
+                                            L"100 A", L"100-5", L"100.5", L"100a",   L"0100x2", L"100X3",
+                                            L"100x9", L"100x10", L"hd 400x314", L"HD 400x1299"};
+    EXPECT_EQ(expected, order);
+}
+
 TEST(ProfileNames, LabelsOfTypesShapesAndTheUserDefinedStandard) {
     EXPECT_EQ(OdString(L"Electrical"), vl_db::getProfileTypeLabel(vantlib::kProfileElectrical));
     EXPECT_EQ(OdString(L"Structural Steel"), vl_db::getProfileTypeLabel(vantlib::kProfileStructuralSteel));

@@ -2,10 +2,14 @@
 // custom outlines.
 #include <vantlib/Profile.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
+#include <vantlib/Criteria.h>
 #include <vantlib/Exception.h>
+
+#include "Text.h"
 
 namespace vantlib {
 
@@ -386,6 +390,45 @@ void CustomProfile::set_geometry(const ProfileGeometry& geometry) {
             throw ConsistencyError(OdString::formatted(L"Hole %u: %ls", unsigned(i + 1), fault.c_str()));
     }
     m_geometry = geometry;
+}
+
+// ---- Queries held in memory
+
+bool ProfilesPanelQuery::matches(const Profile& profile) const { return Matcher(*this)(profile); }
+
+ProfilesPanelQuery::Matcher::Matcher(const ProfilesPanelQuery& query)
+    : m_query(query), m_anyClass(query.className.isEmpty()),
+      m_class(m_anyClass ? nullptr : ProfileClass::byName(query.className)), m_text(foldCase(query.text.text())) {}
+
+bool ProfilesPanelQuery::Matcher::operator()(const Profile& profile) const {
+    const ProfileName* name = profile.name().get();
+    const ProfileStandard* standard = name ? name->standard().get() : nullptr;
+    if (m_query.type != kAnyProfileType && (!name || (name->type() & m_query.type) == 0))
+        return false;
+    // An unknown class matches nothing.
+    if (!m_anyClass && m_class != &profile.isA())
+        return false;
+    if (!m_query.standards.empty() &&
+        (!standard || std::none_of(m_query.standards.begin(), m_query.standards.end(),
+                                   [standard](const OdString& wanted) { return sameName(wanted, standard->name()); })))
+        return false;
+    if (!name ? !m_query.name.isAny() : !m_query.name.matches(name->Object::name()))
+        return false;
+    if (m_query.text.isAny())
+        return true;
+    // The text the library searches: standard, profile name, size and description.
+    std::wstring searched;
+    if (standard)
+        searched += standard->name().str() + L' ';
+    if (name)
+        searched += name->Object::name().str() + L' ';
+    searched += profile.size().str() + L' ' + profile.description().str();
+    if (m_query.text.mode() != StringCriteria::kContains)
+        return m_query.text.matches(OdString(searched.c_str()));
+    for (wchar_t& ch : searched)
+        if (ch >= L'A' && ch <= L'Z')
+            ch = wchar_t(ch - L'A' + L'a');
+    return searched.find(m_text) != std::wstring::npos;
 }
 
 }  // namespace vantlib

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cwctype>
+#include <map>
+#include <string>
 
 #include <OdDbEntity.h>
 
@@ -57,6 +59,35 @@ int compareNatural(const OdString& a, const OdString& b) {
     return j < y.size() ? -1 : 0;
 }
 
+// A text whose plain comparison orders as compareNatural does: letters lower-cased, and each run
+// of digits, without its leading zeros, written as '0', its length and its digits. A digit run
+// meets other characters as a digit would ('0' stands for any digit there), and two runs
+// compare by length first, then digit by digit.
+std::wstring naturalKey(const OdString& text) {
+    const std::wstring& x = text.str();
+    std::wstring key;
+    key.reserve(x.size() + 4);
+    size_t i = 0;
+    while (i < x.size()) {
+        if (!std::iswdigit(x[i])) {
+            key += wchar_t(std::towlower(x[i]));
+            ++i;
+            continue;
+        }
+        size_t first = i;
+        while (first < x.size() && x[first] == L'0')
+            ++first;
+        size_t end = first;
+        while (end < x.size() && std::iswdigit(x[end]))
+            ++end;
+        key += L'0';
+        key += wchar_t(end - first);
+        key.append(x, first, end - first);
+        i = end;
+    }
+    return key;
+}
+
 OdString standardOf(const vantlib::Profile& profile) {
     const auto& name = profile.name();
     return name && name->standard() ? name->standard()->name() : OdString();
@@ -71,35 +102,66 @@ const vantlib::ObjectType kProfileReference = vantlib::kConstructionProfile;
 }  // namespace
 
 void sortProfiles(std::vector<ProfilePtr>& profiles) {
-    // Each profile's standard and name are read once; the comparisons then copy no text, and
-    // the many profiles that share both compare their sizes only.
+    // Lists hold tens of thousands of profiles under a few dozen names: the names are ranked
+    // once, and each size becomes a key whose plain comparison is the natural one, so that the
+    // sort itself compares no text twice.
     struct Keyed {
-        OdString standard;
-        OdString name;
+        size_t nameRank = 0;
+        std::wstring size;
         ProfilePtr profile;
     };
+    struct NameGroup {
+        OdString standard;
+        OdString name;
+        const vantlib::ProfileName* key = nullptr;
+    };
+    std::vector<NameGroup> groups;
+    std::map<const vantlib::ProfileName*, size_t> groupOf;
     std::vector<Keyed> keyed;
     keyed.reserve(profiles.size());
     for (ProfilePtr& profile : profiles) {
         Keyed entry;
         if (profile) {
-            entry.standard = standardOf(*profile);
-            entry.name = nameOf(*profile);
+            const vantlib::ProfileName* name = profile->name().get();
+            auto found = groupOf.find(name);
+            if (found == groupOf.end()) {
+                found = groupOf.emplace(name, groups.size()).first;
+                groups.push_back({standardOf(*profile), nameOf(*profile), name});
+            }
+            entry.nameRank = found->second;
+            entry.size = naturalKey(profile->size());
         }
         entry.profile = std::move(profile);
         keyed.push_back(std::move(entry));
     }
+    // Groups in order; profiles with no profile name (a null key) are a group of their own.
+    std::vector<size_t> order(groups.size());
+    for (size_t i = 0; i < order.size(); ++i)
+        order[i] = i;
     const auto compareText = [](const OdString& a, const OdString& b) {
         return a.str() == b.str() ? 0 : compareNatural(a, b);
     };
-    std::stable_sort(keyed.begin(), keyed.end(), [&compareText](const Keyed& a, const Keyed& b) {
+    std::stable_sort(order.begin(), order.end(), [&](size_t a, size_t b) {
+        if (int c = compareText(groups[a].standard, groups[b].standard))
+            return c < 0;
+        return compareText(groups[a].name, groups[b].name) < 0;
+    });
+    std::vector<size_t> rank(groups.size());
+    for (size_t position = 0; position < order.size(); ++position) {
+        // Names that compare equal share a rank, so their sizes decide between them.
+        const bool same = position > 0 && compareText(groups[order[position]].standard, groups[order[position - 1]].standard) == 0 &&
+                          compareText(groups[order[position]].name, groups[order[position - 1]].name) == 0;
+        rank[order[position]] = same ? rank[order[position - 1]] : position;
+    }
+    for (Keyed& entry : keyed)
+        if (entry.profile)
+            entry.nameRank = rank[entry.nameRank];
+    std::stable_sort(keyed.begin(), keyed.end(), [](const Keyed& a, const Keyed& b) {
         if (!a.profile || !b.profile)
             return bool(a.profile) && !b.profile;
-        if (int c = compareText(a.standard, b.standard))
-            return c < 0;
-        if (int c = compareText(a.name, b.name))
-            return c < 0;
-        return compareNatural(a.profile->size(), b.profile->size()) < 0;
+        if (a.nameRank != b.nameRank)
+            return a.nameRank < b.nameRank;
+        return a.size < b.size;
     });
     for (size_t i = 0; i < keyed.size(); ++i)
         profiles[i] = std::move(keyed[i].profile);

@@ -1,6 +1,7 @@
 #pragma once
 // Query criteria. A default-constructed criterion matches every object of the kind.
 #include <set>
+#include <string>
 #include <vector>
 
 #include <OdString.h>
@@ -9,6 +10,9 @@
 #include <vantlib/Profile.h>
 
 namespace vantlib {
+
+class Profile;
+class ProfileClass;
 
 // Condition on a text; comparisons ignore letter case as names do.
 class StringCriteria {
@@ -82,6 +86,24 @@ struct ProfilesPanelQuery {
     StringCriteria name;
     // On the text a user searches: standard, profile name, size and description.
     StringCriteria text;
+
+    // Whether the library's query would return the profile: editors that hold a whole list
+    // narrow it without reading the library again. A Matcher does the same for many profiles,
+    // having resolved the class and folded the texts once.
+    bool matches(const Profile& profile) const;
+    class Matcher;
+};
+
+class ProfilesPanelQuery::Matcher {
+public:
+    explicit Matcher(const ProfilesPanelQuery& query);
+    bool operator()(const Profile& profile) const;
+
+private:
+    const ProfilesPanelQuery& m_query;
+    bool m_anyClass;
+    const ProfileClass* m_class;
+    std::wstring m_text;
 };
 
 struct CompositionCriteria {
