@@ -81,7 +81,8 @@ bool DlgProfiles::updateEditUI(wxUpdateUIEvent& event) {
     return m_browser && m_browser->enableListCommand(event, true);
 }
 
-void DlgProfiles::onNew(wxCommandEvent&) { startNewProfile(m_browser->creationTarget()); }
+// New profiles go to the project library; the central list's context menu puts one there.
+void DlgProfiles::onNew(wxCommandEvent&) { startNewProfile(vl_db::kDbProject); }
 void DlgProfiles::onNewInProj(wxCommandEvent&) { startNewProfile(vl_db::kDbProject); }
 void DlgProfiles::onNewInLibr(wxCommandEvent&) { startNewProfile(vl_db::kDbCentral); }
 

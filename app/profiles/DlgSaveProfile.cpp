@@ -39,7 +39,7 @@ void DlgSaveProfile::onInitDialog(wxInitDialogEvent& event) {
     text->SetLabel(m_question);
     text->Wrap(text->GetMinSize().GetWidth() > 0 ? text->GetMinSize().GetWidth() : 380);
     FindWindow(wxID_SAVE)->SetLabel(_("Save"));
-    FindWindow(wxID_OK)->SetLabel(_("Ok"));
+    FindWindow(wxID_OK)->SetLabel(_("OK"));
     FindWindow(wxID_CANCEL)->SetLabel(_("Cancel"));
     FindWindow(wxID_SAVE)->Show(m_askToSave);
     FindWindow(wxID_CANCEL)->Show(m_askToSave);
