@@ -73,8 +73,9 @@ bool DlgProfiles::updateEditUI(wxUpdateUIEvent& event) {
         return true;
     }
     if (id == wxID_SAVE || id == XRCID("TOOL_SAVE")) {
+        // Without the host's geometry check nothing is stored, so Save is not offered.
         const bool editing = m_creating || isEditableProfile(m_selected);
-        event.Enable(editing && vl_db::writable(m_libs, m_creating ? m_target : currentDb()) && m_libs &&
+        event.Enable(editing && m_host && vl_db::writable(m_libs, m_creating ? m_target : currentDb()) && m_libs &&
                      m_libs->database());
         return true;
     }
@@ -125,7 +126,11 @@ void DlgProfiles::showPropChoiceFields(bool editable) {
     if (m_selected && !m_creating) {
         type->SetStringSelection(profileTypeLabel(m_selected->name() ? m_selected->name()->type()
                                                                      : vantlib::kProfileGeneric));
-        shape->SetStringSelection(shapeLabel(m_selected->type(), false));
+        // A stored custom profile keeps its shape even when no outline was picked in this dialog.
+        const wxString current = shapeLabel(m_selected->type(), false);
+        if (shape->FindString(current, true) == wxNOT_FOUND)
+            shape->Append(current);
+        shape->SetStringSelection(current);
     }
 }
 
@@ -189,6 +194,7 @@ void DlgProfiles::showChosenShape() {
     m_preview = panel && panel->picture ? wxXmlResource::Get()->LoadBitmap(panel->picture) : wxNullBitmap;
     wxWindow* preview = FindWindow(XRCID("PANEL_PREVIEW"));
     preview->Show(m_preview.IsOk());
+    preview->GetParent()->Layout();
     preview->Refresh();
     showShapePanel(type);
     if (const vantlib::ProfileClass* shape = vantlib::ProfileClass::byType(type))
@@ -451,10 +457,12 @@ void DlgProfiles::selectSaved(const QcSmartPtr<vantlib::Profile>& profile, vl_db
     m_browser->setCurrent(type);
     updateLists(false);
     if (m_browser->model(type).find(profile->id()) == -1) {
-        // The filters hide it: they go back to showing everything.
-        initFilters();
+        // The filters hide it: they go back to showing everything, also for the next dialog.
         m_searchText.clear();
         XRCCTRL(*this, "ID_PROFILEFILTER", wxSearchCtrl)->ChangeValue(wxString());
+        for (const EFilterKind kind : {kFilterType, kFilterStandard, kFilterShape, kFilterName})
+            if (!isAllFilterSelected(kind))
+                onFilterChanged(kind, 0);
         updateLists(false);
     }
     updateFilters(kFilterAll);

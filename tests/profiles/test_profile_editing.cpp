@@ -255,6 +255,7 @@ TEST_F(ProfileEditing, WithoutProfileServicesNothingIsWritten) {
     open();
     click(vl_db::kDbProject, "IPE 300");
     type("ISHAPE_HEIGHT", "310");
+    EXPECT_FALSE(enabled(wxID_SAVE));
     EXPECT_FALSE(dialog->isToBeSaved(dialog->selectedProfile()));
     EXPECT_FALSE(dialog->updateSavedProfile());
     EXPECT_EQ(project->get<vantlib::IShapeProfile>(beam->id())->overall_depth(), 300);
@@ -326,6 +327,61 @@ TEST_F(ProfileEditing, RenamingMakesAUserProfileThatTheEntitiesFollow) {
     EXPECT_EQ(replaced[0]->type(), vantlib::kRectangleProfile);
     EXPECT_EQ(toWx(vl_db::fullProfileName(*replaced[0])), "Girder 300");
     EXPECT_EQ(vl_db::findProfileId(*db, vl_db::kDbProject, replaced[0]->id()), std::vector<OdDbObjectId>{column});
+}
+
+TEST_F(ProfileEditing, APickedOutlineIsSavedAsACustomProfile) {
+    CustomProfileInfo picked;
+    picked.unit = OdDb::kUnitsMillimeters;
+    picked.profile = vantlib::CustomProfile::create(QcSmartPtr<vantlib::ProfileName>(), OdString());
+    vantlib::ProfileGeometry outline;
+    outline.outer = {vantlib::ProfileEdge({0, 0}), vantlib::ProfileEdge({120, 0}), vantlib::ProfileEdge({120, 40}),
+                     vantlib::ProfileEdge({0, 40})};
+    picked.profile->set_geometry(outline);
+    dialog = std::make_unique<DlgProfiles>(nullptr, libs, vl_db::kModeManager, vl_db::kDbNone, 0, &picked, &host);
+    dialog->Show();
+    idle();
+    QcSmartPtr<vantlib::Profile> shown;
+    dialog->displayPredefinedFromCustom(shown);
+    ASSERT_TRUE(dialog->isCreating());
+    EXPECT_EQ(shown.get(), picked.profile.get());
+    EXPECT_EQ(dynamic_cast<wxChoice*>(control("ID_SET_SHAPE_CHOICE"))->GetStringSelection(), "Custom profile");
+    {
+        NoDialogExpected none;
+        type("ID_SET_NAME", "Sill");
+        type("ID_SIZE_VALUE", "120x40");
+        save();
+    }
+    const auto stored = userDefined();
+    ASSERT_EQ(stored.size(), 1u);
+    ASSERT_EQ(stored[0]->type(), vantlib::kCustomProfile);
+    EXPECT_EQ(static_cast<const vantlib::CustomProfile&>(*stored[0]).geometry(), outline);
+
+    // The outline turned since is what an edit of the stored profile saves.
+    vantlib::ProfileGeometry turned;
+    turned.outer = {vantlib::ProfileEdge({0, 0}), vantlib::ProfileEdge({40, 0}), vantlib::ProfileEdge({40, 120}),
+                    vantlib::ProfileEdge({0, 120})};
+    picked.profile->set_geometry(turned);
+    click(vl_db::kDbProject, "Sill 120x40");
+    {
+        NoDialogExpected none;
+        save();
+    }
+    const auto edited = project->get<vantlib::CustomProfile>(stored[0]->id());
+    ASSERT_TRUE(edited);
+    EXPECT_EQ(edited->geometry(), turned);
+
+    // Opened without a picked outline, the dialog saves a custom profile as the custom profile it is.
+    dialog.reset();
+    open(vl_db::kModeManager, vl_db::kDbNone, 0, &host);
+    click(vl_db::kDbProject, "Sill 120x40");
+    {
+        NoDialogExpected none;
+        type("ID_SIZE_VALUE", "120x40");
+        save();
+    }
+    const auto again = project->get<vantlib::CustomProfile>(stored[0]->id());
+    ASSERT_TRUE(again);
+    EXPECT_EQ(again->geometry(), turned);
 }
 
 TEST_F(ProfileEditing, TheNewProfileCommandOpensOnAnEmptyNewProfile) {
