@@ -175,7 +175,6 @@ private:
     void onNewInLibr(wxCommandEvent& event);
     void onSave(wxCommandEvent& event);
     void onSavedShapeChanged(wxCommandEvent& event);
-    void onProfileAttributes(wxCommandEvent& event);
     void startNewProfile(vl_db::EDbType target);
     void initShapeChoices();
     void initializeRightTypeChoices();

@@ -6,12 +6,10 @@
 #include <wx/choice.h>
 #include <wx/propgrid/property.h>
 #include <wx/srchctrl.h>
-#include <wx/stattext.h>
 #include <wx/textctrl.h>
 #include <wx/wupdlock.h>
 #include <wx/xrc/xmlres.h>
 
-#include <CaApp.h>
 #include <DlgUpdateProfile.h>
 #include <MainWindow.h>
 #include <OdStringWx.h>
@@ -63,7 +61,6 @@ void DlgProfiles::bindEditHandlers() {
     Bind(wxEVT_MENU, &DlgProfiles::onSave, this, XRCID("TOOL_SAVE"));
     Bind(wxEVT_BUTTON, &DlgProfiles::onSave, this, wxID_SAVE);
     Bind(wxEVT_CHOICE, &DlgProfiles::onSavedShapeChanged, this, XRCID("ID_SET_SHAPE_CHOICE"));
-    Bind(wxEVT_CHOICE, &DlgProfiles::onProfileAttributes, this, XRCID("ID_SET_TYPE"));
 }
 
 bool DlgProfiles::updateEditUI(wxUpdateUIEvent& event) {
@@ -207,10 +204,6 @@ void DlgProfiles::showChosenShape() {
 void DlgProfiles::onSavedShapeChanged(wxCommandEvent&) {
     wxWindowUpdateLocker freeze(this);
     showChosenShape();
-}
-
-void DlgProfiles::onProfileAttributes(wxCommandEvent&) {
-    // The type takes effect when the profile is saved; nothing else on the right side depends on it.
 }
 
 double DlgProfiles::getParameterValue(const char* controlName) const {
