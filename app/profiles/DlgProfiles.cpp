@@ -73,6 +73,7 @@ DlgProfiles::DlgProfiles(wxWindow* parent, vl_db::DocumentLibraries* libs, vl_db
     SetMinSize(large ? wxSize(2000, 1200) : wxSize(1000, 600));
     createPropertyGrid();
     FindWindow(XRCID("PANEL_PREVIEW"))->Bind(wxEVT_PAINT, &DlgProfiles::onPaintPreview, this);
+    bindEditHandlers();
     if (m_libs)
         m_libs->initialize();
 
@@ -131,10 +132,16 @@ void DlgProfiles::onInitDialog(wxInitDialogEvent& event) {
     const wxBitmap trash = wxg::themedBitmap("ERASE");
     if (trash.IsOk())
         XRCCTRL(*this, "BTN_UNSELECT", wxButton)->SetBitmap(trash);
+    initializeRightTypeChoices();
+    initShapeChoices();
     initBottomButtons();
     displayMeasureUnit();
     selectInitialProfile();
     updateProfileDlg();
+    if (m_startNew) {
+        m_startNew = false;
+        startNewProfile(vl_db::kDbProject);
+    }
     CentreOnParent();
     Layout();
 }
@@ -186,7 +193,11 @@ void DlgProfiles::setSelectedProfile(vl_db::EDbType type) {
     m_browser->deselectAll(otherLibrary(type));
 }
 
-void DlgProfiles::currentChanged() { setSelectedProfile(m_browser->current()); }
+void DlgProfiles::currentChanged() {
+    // Choosing a listed profile leaves a new profile unsaved.
+    m_creating = false;
+    setSelectedProfile(m_browser->current());
+}
 
 void DlgProfiles::rowActivated() {
     if (isPicker(m_mode) && id() != 0)
@@ -219,8 +230,8 @@ void DlgProfiles::onUpdateUI(wxUpdateUIEvent& event) {
         event.Enable(m_host && m_libs && m_libs->database());
     } else if (id == XRCID("PICK_PROFILE_BUTTON")) {
         event.Enable(m_host && m_customInfo);
-    } else {
-        // Creating, saving and offsetting profiles are not offered by this dialog yet.
+    } else if (!updateEditUI(event)) {
+        // Offsetting profiles is not offered by this dialog yet.
         event.Enable(false);
     }
 }
@@ -300,11 +311,18 @@ DlgProfiles::EButton DlgProfiles::selectProfiles(unsigned profileId, vl_db::Docu
                                                  CustomProfileInfo* customInfo, ProfilesInfo* host,
                                                  vl_db::EDbType dbType, vl_db::EMode mode) {
     DlgProfiles dialog(wxg::mainWindow(), libs, mode, dbType, profileId, customInfo, host);
+    return runModal(dialog, result);
+}
+
+DlgProfiles::EButton DlgProfiles::runModal(DlgProfiles& dialog, QcSmartPtr<vantlib::Profile>& result) {
     for (;;) {
         const int answer = dialog.ShowModal();
-        if (answer == kResultPick && host && customInfo) {
+        if (answer == kResultPick && dialog.m_host && dialog.m_customInfo) {
             const auto library = dialog.getLib(dialog.currentDb());
-            *customInfo = host->getProfileFromGeometricSel(library ? library->unit() : OdDb::kUnitsMillimeters);
+            *dialog.m_customInfo =
+                dialog.m_host->getProfileFromGeometricSel(library ? library->unit() : OdDb::kUnitsMillimeters);
+            QcSmartPtr<vantlib::Profile> picked;
+            dialog.displayPredefinedFromCustom(picked);
             continue;
         }
         if (answer == kButtonUnselect)

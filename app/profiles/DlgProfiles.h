@@ -23,15 +23,19 @@
 #include <vl_db/Types.h>
 
 #include "app/common/TwoListBrowser.h"
+#include "app/profiles/ProfileParameters.h"
 #include "app/profiles/ProfilesInfo.h"
 
 class wxChoice;
 
 namespace wxg {
+class DlgUpdateProfile;
 class QcPropertyGrid;
 }
 
 namespace vl_app {
+
+class DlgSaveProfile;
 
 // The host allows standards of which the libraries hold none.
 class NoStandardsError : public OdError {
@@ -84,8 +88,43 @@ public:
     // Whether the right side still waits for the idle refresh of a new selection.
     bool selectionPending() const { return m_selectionChanged; }
 
+    // ---- creating, editing and saving profiles (DlgProfilesEdit.cpp)
+    // Like selectProfiles, with a new profile of the project library started when the dialog shows.
+    static EButton createProfile(vl_db::DocumentLibraries* libs, QcSmartPtr<vantlib::Profile>& result,
+                                 CustomProfileInfo* customInfo, ProfilesInfo* host);
+    // True while the right side holds a profile that is not stored yet.
+    bool isCreating() const { return m_creating; }
+    // The value typed into a parameter field (see parameterValue); 0 for a field that is not there.
+    double getParameterValue(const char* controlName) const;
+    template <class T>
+    void updateProfile(T* profile);
+    // Builds the profile the right side describes, in the user-defined standard, and stores it
+    // unless the library holds it already or the user declines; then selects it when `select`.
+    // Null when nothing was stored.
+    QcSmartPtr<vantlib::Profile> createPredefinedProfile(bool select);
+    // The type label, standard, profile name and size a new profile starts with.
+    void getNewProfileAttributes(wxString& type, wxString& standard, wxString& name, vl_db::EDbType dbType) const;
+    // Writes the edited fields into the selected profile; true when it was changed.
+    bool updateSavedProfile();
+    // The geometry check before storing: false when the library holds an identical profile or
+    // one of the same geometry that the user does not want to repeat.
+    bool isToBeSaved(const QcSmartPtr<vantlib::Profile>& profile);
+    bool showSaveDlg(const QcSmartPtr<vantlib::Profile>& existing, bool askToSave, bool inProject);
+    // A user-defined profile of that full name and type in the library; null when there is none.
+    QcSmartPtr<vantlib::Profile> isProfileExist(const QcSmartPtr<vantlib::Profile>& profile) const;
+    QcSmartPtr<vantlib::Profile> isProfileExist(const wxString& fullName, vl_db::EDbType dbType,
+                                                vantlib::ProfileType type) const;
+    // Shows the custom profile the host built from picked geometry as a new profile.
+    void displayPredefinedFromCustom(QcSmartPtr<vantlib::Profile>& profile);
+    // The custom profile takes the picked outline and the identity typed on the right side.
+    void initializeProfile(QcSmartPtr<vantlib::CustomProfile> profile, CustomProfileInfo* info);
+    const std::shared_ptr<DlgSaveProfile>& getProfileSaveDlg() const { return m_saveDlg; }
+    const std::shared_ptr<wxg::DlgUpdateProfile>& getProfileUpdateDlg() const { return m_updateDlg; }
+
 private:
     // ---- start-up, selection, modes (DlgProfiles.cpp)
+    // The modal loop of selectProfiles and createProfile, with its pick rounds.
+    static EButton runModal(DlgProfiles& dialog, QcSmartPtr<vantlib::Profile>& result);
     void onInitDialog(wxInitDialogEvent& event);
     void initBottomButtons();
     void onIdle(wxIdleEvent& event);
@@ -125,13 +164,44 @@ private:
     // ---- the right side (DlgProfilesShape.cpp)
     void updateProfileDlg();
     void showShapePanel(vantlib::ObjectType type);
-    void fillParameters(const vantlib::Profile& profile);
+    // The rows of the profile's panel: its values (or empty fields without `withValues`), typed
+    // into when `editable`.
+    void fillParameters(const vantlib::Profile& profile, bool editable, bool withValues);
     void fillIdentity();
     void updateProfileProps();
     void createPropertyGrid();
     void onPaintPreview(wxPaintEvent& event);
     // The unit fields of the parameter rows say the library's length unit.
     void displayMeasureUnit();
+
+    // ---- creating, editing and saving profiles (DlgProfilesEdit.cpp)
+    void bindEditHandlers();
+    // Enables the commands of this part; false for other controls.
+    bool updateEditUI(wxUpdateUIEvent& event);
+    void onNew(wxCommandEvent& event);
+    void onNewInProj(wxCommandEvent& event);
+    void onNewInLibr(wxCommandEvent& event);
+    void onSave(wxCommandEvent& event);
+    void onSavedShapeChanged(wxCommandEvent& event);
+    void startNewProfile(vl_db::EDbType target);
+    void initShapeChoices();
+    void initializeRightTypeChoices();
+    // Editable type and shape choices, name, size and parameter fields, and the save button.
+    void showPropChoiceFields(bool editable);
+    bool isEditableProfile(const QcSmartPtr<vantlib::Profile>& profile) const;
+    // The right side of a profile being created or changed in shape: the panel of the chosen shape.
+    void showChosenShape();
+    // The profile of the chosen shape, identity and parameters as the right side shows them.
+    QcSmartPtr<vantlib::Profile> profileFromFields(const std::shared_ptr<vantlib::Library>& library);
+    // Stores `profile` under the user-defined standard, with the name and type it was given.
+    QcSmartPtr<vantlib::Profile> storeInUserStandard(const std::shared_ptr<vantlib::Library>& library,
+                                                     const QcSmartPtr<vantlib::Profile>& profile);
+    void saveEdits();
+    // Refills lists and filters and selects the profile, bringing the filters back to "All"
+    // when they hide it.
+    void selectSaved(const QcSmartPtr<vantlib::Profile>& profile, vl_db::EDbType type);
+    wxString getLastUsedProfileType() const;
+    void copyGridAttributes(vantlib::Profile& profile) const;
 
     // ---- what the lists ask of the dialog
     std::vector<ObjectRow> queryRows(const std::shared_ptr<vantlib::Library>& library) override;
@@ -180,7 +250,24 @@ private:
     bool m_updating = false;
     bool m_initialised = false;
 
+    // Creating and editing (DlgProfilesEdit.cpp).
+    bool m_creating = false;
+    bool m_startNew = false;
+    // The library a new profile goes to.
+    vl_db::EDbType m_target = vl_db::kDbProject;
+    std::shared_ptr<DlgSaveProfile> m_saveDlg;
+    std::shared_ptr<wxg::DlgUpdateProfile> m_updateDlg;
+
     wxDECLARE_EVENT_TABLE();
 };
+
+template <class T>
+void DlgProfiles::updateProfile(T* profile) {
+    vl_app::updateProfile(profile, [this](const char* control) { return getParameterValue(control); });
+}
+
+// A custom profile takes the outline picked in the drawing (and turned or mirrored since).
+template <>
+void DlgProfiles::updateProfile<vantlib::CustomProfile>(vantlib::CustomProfile* profile);
 
 }  // namespace vl_app

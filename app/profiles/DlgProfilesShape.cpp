@@ -26,12 +26,14 @@ namespace vl_app {
 namespace {
 const char* const kRowParts[] = {"_COL", "_LABEL", "_ABBR", "", "_UNIT"};
 
-void setReadOnlyText(wxWindow* window, const wxString& text) {
+void setFieldText(wxWindow* window, const wxString& text, bool editable) {
     if (auto* field = dynamic_cast<wxTextCtrl*>(window)) {
         field->ChangeValue(text);
-        field->SetEditable(false);
+        field->SetEditable(editable);
     }
 }
+
+void setReadOnlyText(wxWindow* window, const wxString& text) { setFieldText(window, text, false); }
 }  // namespace
 
 void DlgProfiles::createPropertyGrid() {
@@ -59,7 +61,7 @@ void DlgProfiles::showShapePanel(vantlib::ObjectType type) {
         FindWindow(XRCID(panel.panel))->Show(panel.type == type);
 }
 
-void DlgProfiles::fillParameters(const vantlib::Profile& profile) {
+void DlgProfiles::fillParameters(const vantlib::Profile& profile, bool editable, bool withValues) {
     const ShapePanel* panel = shapePanel(profile.type());
     if (!panel)
         return;
@@ -75,11 +77,11 @@ void DlgProfiles::fillParameters(const vantlib::Profile& profile) {
             if (wxWindow* control = FindWindow(XRCID(wxString(row.control) + part)))
                 control->Show(shown);
         const double value = present ? profile.parameter(row.parameter) : 0.0;
-        const wxString text = !present ? wxString()
+        const wxString text = !present || !withValues ? wxString()
                               : row.length
                                   ? formatDistance(value, unit, false)
                                   : wxNumberFormatter::ToString(value, 4, wxNumberFormatter::Style_NoTrailingZeroes);
-        setReadOnlyText(FindWindow(XRCID(row.control)), text);
+        setFieldText(FindWindow(XRCID(row.control)), text, editable);
     }
 }
 
@@ -107,13 +109,16 @@ void DlgProfiles::fillIdentity() {
 void DlgProfiles::updateProfileProps() {
     m_grid->Freeze();
     m_grid->Clear();
-    if (m_selected) {
+    if (m_selected || m_creating) {
+        const bool editable = m_creating || isEditableProfile(m_selected);
         wxPGProperty* description =
-            m_grid->Append(new wxLongStringProperty(_("Description"), "description", toWx(m_selected->description())));
-        const auto& material = m_selected->material();
+            m_grid->Append(new wxLongStringProperty(_("Description"), "description",
+                                                  m_selected ? toWx(m_selected->description()) : wxString()));
+        const auto material = m_selected ? m_selected->material() : QcSmartPtr<vantlib::Material>();
         wxPGProperty* materialName =
             m_grid->Append(new wxStringProperty(_("Material"), "material", material ? toWx(material->name()) : wxString()));
-        m_grid->setPropertyReadOnly(description);
+        if (!editable)
+            m_grid->setPropertyReadOnly(description);
         m_grid->setPropertyReadOnly(materialName);
     }
     m_grid->Thaw();
@@ -129,6 +134,9 @@ void DlgProfiles::onPaintPreview(wxPaintEvent& event) {
 }
 
 void DlgProfiles::updateProfileDlg() {
+    // A profile being created keeps what the user typed.
+    if (m_creating)
+        return;
     wxWindowUpdateLocker freeze(this);
     const ShapePanel* shown = m_selected ? shapePanel(m_selected->type()) : nullptr;
     m_preview = shown && shown->picture ? wxXmlResource::Get()->LoadBitmap(shown->picture) : wxNullBitmap;
@@ -138,7 +146,7 @@ void DlgProfiles::updateProfileDlg() {
     fillIdentity();
     if (m_selected) {
         showShapePanel(m_selected->type());
-        fillParameters(*m_selected);
+        fillParameters(*m_selected, isEditableProfile(m_selected), true);
     } else {
         // Without a selection the panel of the shape the filter names stays in view, empty.
         const wxString shortName = shapeShortName(isAllFilterSelected(kFilterShape) ? wxString() : getFilterLabel(kFilterShape));
@@ -149,6 +157,7 @@ void DlgProfiles::updateProfileDlg() {
         showShapePanel(type);
     }
     displayMeasureUnit();
+    showPropChoiceFields(isEditableProfile(m_selected));
     updateProfileProps();
     FindWindow(XRCID("PANEL_PROPS"))->Layout();
     Layout();

@@ -1,4 +1,5 @@
-// Studio commands of the profiles dialog: the manager and the two pickers.
+// Studio commands of the profiles dialog: the manager, the manager starting a new profile, and
+// the two pickers.
 #include <wx/intl.h>
 
 #include <CaApp.h>
@@ -17,7 +18,7 @@ namespace vl_app {
 
 namespace {
 
-void runProfiles(vl_db::EMode mode) {
+void runProfiles(vl_db::EMode mode, bool startNew = false) {
     OdDbDatabase* db = ca::curDb();
     if (!db) {
         ca::prompt(_("No drawing is open."));
@@ -29,7 +30,8 @@ void runProfiles(vl_db::EMode mode) {
         auto* host = static_cast<ProfilesInfo*>(ca::CaApp::instance()->service(kProfilesInfoService));
         DlgProfiles::CustomProfileInfo picked;
         const DlgProfiles::EButton answer =
-            DlgProfiles::selectProfiles(0, vl_db::docLibs(db), chosen, &picked, host, vl_db::kDbNone, mode);
+            startNew ? DlgProfiles::createProfile(vl_db::docLibs(db), chosen, &picked, host)
+                     : DlgProfiles::selectProfiles(0, vl_db::docLibs(db), chosen, &picked, host, vl_db::kDbNone, mode);
         if (mode != vl_db::kModePicker && mode != vl_db::kModeProfilePicker)
             return;
         if (answer == DlgProfiles::kButtonOk && chosen)
@@ -45,6 +47,8 @@ void runProfiles(vl_db::EMode mode) {
 
 const ModuleCommandRegistration g_profiles("profiles", wxTRANSLATE("Profiles"),
                                            [] { runProfiles(vl_db::kModeManager); });
+const ModuleCommandRegistration g_newProfile("new-profile", wxTRANSLATE("New profile"),
+                                             [] { runProfiles(vl_db::kModeManager, true); });
 const ModuleCommandRegistration g_pickProfile("pick-profile", wxTRANSLATE("Pick a profile"),
                                               [] { runProfiles(vl_db::kModePicker); });
 const ModuleCommandRegistration g_pickProfileOrNone("pick-profile-or-none", wxTRANSLATE("Pick a profile or none"),

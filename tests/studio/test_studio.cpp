@@ -171,7 +171,7 @@ TEST(Studio, ModuleCommandsShowTheirDialogsOnTheDemoDrawing) {
     const wxImage window = loadPicture(studio.file("main.png"));
     for (const char* command : {"materials", "pick-material", "material-preview", "material-classes",
                                 "hatch-pattern", "render-material", "custom-properties", "composition-preview",
-                                "copy-central-to-project", "compositions", "new-composition", "pick-composition",
+                                "copy-central-to-project", "compositions", "new-composition", "pick-composition", "new-profile",
                                 "import-library", "export-library"}) {
         SCOPED_TRACE(command);
         const std::string picture = studio.file(std::string(command) + ".png");

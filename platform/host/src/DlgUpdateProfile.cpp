@@ -14,7 +14,7 @@ DlgUpdateProfile::DlgUpdateProfile(wxWindow* parent, const wxString& fullName, u
                _("Choose one of the following actions:"));
     addAnswer(kFirstAnswer, _("Update"), _("Apply the changed profile to the entities that use it."));
     addAnswer(kSecondAnswer, _("Keep entities"),
-              _("Change the profile in the library only; the entities keep their current shape."));
+              _("Change the profile; the entities keep their current shape through a copy of the old profile."));
     addAnswer(kThirdAnswer, _("Cancel"), _("Abandon the change. The profile stays as it was."));
     setAnswersMask(7);
 }
