@@ -102,7 +102,9 @@ void DlgProfiles::initializeRightTypeChoices() {
 }
 
 bool DlgProfiles::isEditableProfile(const QcSmartPtr<vantlib::Profile>& profile) const {
-    return profile && currentDb() == vl_db::kDbProject && vl_db::writable(m_libs, vl_db::kDbProject);
+    // A shape of a later version is shown, never edited: this version does not know its dimensions.
+    return profile && &profile->isA() != &vantlib::UnknownShapeProfile::desc() && currentDb() == vl_db::kDbProject &&
+           vl_db::writable(m_libs, vl_db::kDbProject);
 }
 
 void DlgProfiles::showPropChoiceFields(bool editable) {
