@@ -49,7 +49,7 @@ pot:
 	wxrc -g -o $(XRC_TEXTS) res/xrc/*.xrc
 	xgettext --keyword=_ --keyword=wxTRANSLATE --keyword=wxPLURAL:1,2 --from-code=UTF-8 -C \
 	    --add-comments=TRANSLATORS --package-name=vantlib_app -o $(POT) \
-	    $$(find app platform/host studio vl_db -name '*.cpp' -o -name '*.h' | LC_ALL=C sort) $(XRC_TEXTS)
+	    $$(find app platform/host studio vantlib/src vl_db -name '*.cpp' -o -name '*.h' | LC_ALL=C sort) $(XRC_TEXTS)
 
 clean:
 	rm -rf $(BUILD)

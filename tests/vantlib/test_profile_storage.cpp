@@ -292,7 +292,27 @@ TEST_F(ProfileLibrary, AProfileThatMakesNoSectionIsRefusedWithTheReason) {
     EXPECT_THROW(library->save(QcSmartPtr<Profile>(channel.get())), ConsistencyError);
     channel->set_web_thickness(6);
     channel->set_flange_slope(-0.1);
-    EXPECT_THROW(library->save(QcSmartPtr<Profile>(channel.get())), ConsistencyError);
+    // The reason reaches the user in the user's language, through the module's translations.
+    struct Translator : Translations {
+        bool translate(OdString& out, const OdString& text) override {
+            if (text == L"The dimension \"%ls\" is negative.")
+                out = L"Das Maß \"%ls\" ist negativ.";
+            else if (text == L"The profile \"%ls\" cannot be saved: %ls")
+                out = L"Das Profil \"%ls\" kann nicht gespeichert werden: %ls";
+            else
+                return false;
+            return true;
+        }
+    } german;
+    Translations::set(&german);
+    try {
+        library->save(QcSmartPtr<Profile>(channel.get()));
+        ADD_FAILURE() << "a negative slope was saved";
+    } catch (const ConsistencyError& error) {
+        EXPECT_EQ(OdString(L"Das Profil \"EN 10365 IPE U\" kann nicht gespeichert werden: Das Maß \"flange slope\" ist negativ."),
+                  error.message());
+    }
+    Translations::set(nullptr);
     channel->set_flange_slope(0.1);
     EXPECT_NO_THROW(library->save(QcSmartPtr<Profile>(channel.get())));
     EXPECT_EQ(1u, library->count<Profile>()) << "nothing of the refused saves was kept";

@@ -13,6 +13,12 @@
 #include <OdNumberText.h>
 
 #include <vantlib/Exception.h>
+#include <vantlib/Translations.h>
+
+// The marker lets the catalogue extraction find the module's texts.
+#ifndef wxTRANSLATE
+#define wxTRANSLATE(text) L"" text
+#endif
 
 namespace vantlib {
 
@@ -243,7 +249,8 @@ void bindProfileRow(Statement& stmt, const Object& object) {
     const Profile& profile = static_cast<const Profile&>(object);
     const OdString fault = shapeFault(profile);
     if (!fault.isEmpty())
-        throw ConsistencyError(OdString::formatted(L"The profile '%ls' cannot be saved: %ls", profile.displayName().c_str(),
+        throw ConsistencyError(OdString::formatted(translate(wxTRANSLATE("The profile \"%ls\" cannot be saved: %ls")).c_str(),
+                                                   profile.displayName().c_str(),
                                                    fault.c_str()));
     stmt.bind(1, profile.size())
         .bind(3, profile.description())
