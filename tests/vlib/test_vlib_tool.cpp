@@ -387,6 +387,21 @@ TEST_F(VlibTool, ExportImportExportOfTheDemoLibrariesGivesIdenticalDocuments) {
     }
 }
 
+TEST_F(VlibTool, ExportOfProfilesBringsTheirStandardsAndNamesOnly) {
+    const std::string document = scratch("profiles.json").string();
+    const ToolRun exported = vlib({"export", demoFile("demo.vldwg").string(), document, "profiles"});
+    ASSERT_EQ(exported.exitCode, 0) << exported.err;
+    const std::string text = readBytes(document);
+    EXPECT_NE(text.find("\"compositions\": []"), std::string::npos);
+    EXPECT_NE(text.find("\"materials\": []"), std::string::npos);
+    const std::string target = scratch("profiles-only.vlib").string();
+    ASSERT_EQ(vlib({"create", target}).exitCode, 0);
+    const ToolRun imported = vlib({"import", target, document});
+    ASSERT_EQ(imported.exitCode, 0) << imported.err;
+    EXPECT_NE(imported.out.find("profiles: 5 created"), std::string::npos) << imported.out;
+    EXPECT_NE(vlib({"export", demoFile("demo.vldwg").string(), document, "profile-thing"}).exitCode, 0);
+}
+
 TEST_F(VlibTool, ImportReportsClashesAndConversionAndRefusesBadDocumentsWithoutWriting) {
     const std::string document = scratch("project.json").string();
     ASSERT_EQ(vlib({"export", demoFile("demo.vldwg").string(), document, "composition"}).exitCode, 0);

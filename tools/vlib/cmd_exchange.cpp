@@ -35,8 +35,11 @@ int exportCommand(const Words& words, std::ostream& out) {
     const std::string& libraryPath = args.positional()[0];
     const std::string& documentPath = args.positional()[1];
     std::set<vantlib::ObjectType> chosen;
-    for (size_t i = 2; i < args.positional().size(); ++i)
-        chosen.insert(kindFromWord(args.positional()[i]).type);
+    for (size_t i = 2; i < args.positional().size(); ++i) {
+        const std::string& word = args.positional()[i];
+        // Profiles come with their standards and profile names.
+        chosen.insert(isProfileWord(word) ? vantlib::kConstructionProfile : kindFromWord(word).type);
+    }
 
     const auto library = openLibrary(libraryPath, true);
     std::string document;

@@ -40,7 +40,7 @@ void printUsage(std::ostream& out) {
            "\n"
            "FILE is a library (.vlib) or a drawing (.vldwg) with an embedded project library.\n"
            "KIND is one of: material, composition, material-class, composition-class, tag, layer,\n"
-           "custom-property.\n";
+           "custom-property; export also takes profile.\n";
 }
 
 int dispatch(const Words& words, std::ostream& out) {
