@@ -3,6 +3,8 @@
 // (but for visibility), and definitions keep their order, types and measures.
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <filesystem>
 
 #include <vantlib/Library.h>
