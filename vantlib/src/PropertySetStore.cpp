@@ -26,12 +26,14 @@ struct Level {
     // The condition that selects the siblings of a row: parameters ?1 (parent) [and ?2 kind]
     // of the sibling queries below; empty for namespaces, which have no parent.
     const char* siblings;
-    const char* what;  // for messages
+    const char* what;   // for messages
+    const char* scope;  // where a name must be unique, for messages
 };
 
-const Level kNamespaceLevel{kPropertyNamespace, "lib_pset_namespace", "", "namespace"};
-const Level kSetLevel{kPropertySet, "lib_pset", "namespace_id = ?1", "property set"};
-const Level kDefinitionLevel{kPropertyDefinition, "lib_pset_definition", "set_id = ?1 AND kind = ?2", "definition"};
+const Level kNamespaceLevel{kPropertyNamespace, "lib_pset_namespace", "", "namespace", ""};
+const Level kSetLevel{kPropertySet, "lib_pset", "namespace_id = ?1", "property set", " of the same namespace"};
+const Level kDefinitionLevel{kPropertyDefinition, "lib_pset_definition", "set_id = ?1 AND kind = ?2", "definition",
+                             " of the same kind in the same set"};
 
 std::string where(const Level& level, const char* more) {
     std::string condition = level.siblings;
@@ -69,10 +71,11 @@ void checkName(LibraryStore& store, const Level& level, uint32_t parent, Definit
     stmt.bind(3, name).bind(4, exceptId);
     const bool taken = stmt.step();
     stmt.reset();
-    if (taken)
-        throw ObjectNotUnique(level.type, name,
-                              OdString::fromUtf8("The name '" + textToUtf8(name) + "' is taken by another " + level.what +
-                                                 (&level == &kNamespaceLevel ? "" : " of the same namespace")));
+    if (!taken)
+        return;
+    const ObjectType type = &level == &kDefinitionLevel && kind == DefinitionKind::kValue ? kValueDefinition : level.type;
+    throw ObjectNotUnique(type, name, OdString::fromUtf8("The name '" + textToUtf8(name) + "' is taken by another " +
+                                                         level.what + level.scope));
 }
 
 void requireRow(LibraryStore& store, const Level& level, uint32_t id) {
