@@ -40,8 +40,8 @@ TEST_F(ExchangeTest, EveryBadDocumentIsRefusedAndLeavesTheLibraryByteIdentical) 
 
     const std::string binary("\x7f" "ELF\x02\x01\x01\x00\x00\xff\xfe\x00\x01", 14);
     const std::vector<BadDocument> cases = {
-        {"malformed JSON", replaced(good, "\"version\": 2,", "\"version\": 2"), "line 4, column 8"},
-        {"newer format version", replaced(good, "\"version\": 2", "\"version\": 3"), "format version 3"},
+        {"malformed JSON", replaced(good, "\"version\": 3,", "\"version\": 3"), "line 4, column 8"},
+        {"newer format version", replaced(good, "\"version\": 3", "\"version\": 4"), "format version 4"},
         {"unknown kind", replaced(good, "\"tags\": [", "\"windows\": [], \"tags\": ["), "unknown field 'windows'"},
         {"unknown field", replaced(good, "\"appearance\": \"Masonry", "\"colour\": 3, \"appearance\": \"Masonry"),
          "unknown field 'colour'"},

@@ -89,6 +89,23 @@ std::string dumpLibrary(const OdString& path) {
     return out.str();
 }
 
+std::string withoutTables(const std::string& dump, const std::string& prefix) {
+    std::string kept;
+    bool skipping = false;
+    size_t start = 0;
+    while (start < dump.size()) {
+        size_t end = dump.find('\n', start);
+        end = end == std::string::npos ? dump.size() : end + 1;
+        const std::string line = dump.substr(start, end - start);
+        if (line.rfind("[", 0) == 0)
+            skipping = line.rfind(prefix, 0) == 0;
+        if (!skipping)
+            kept += line;
+        start = end;
+    }
+    return kept;
+}
+
 std::string fileBytes(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     std::ostringstream out;

@@ -76,6 +76,8 @@ QcSmartPtr<Composition> sampleComposition(const OdString& name, const std::vecto
 
 // Every row of every lib_ table, in a stable order, for before/after comparisons.
 std::string dumpLibrary(const OdString& path);
+// A dump without the tables whose "[name]" line starts with `prefix` ("[lib_profile").
+std::string withoutTables(const std::string& dump, const std::string& prefix);
 std::string fileBytes(const std::string& path);
 
 OdString W(const char* utf8);

@@ -53,22 +53,9 @@ protected:
 
 using Names = std::vector<OdString>;
 
-// The dump without the (empty) profile tables that version 2 adds.
+// The dump without the tables that versions 2 and 3 add (profiles, property sets).
 std::string withoutProfileTables(const std::string& dump) {
-    std::string kept;
-    bool skipping = false;
-    size_t start = 0;
-    while (start < dump.size()) {
-        size_t end = dump.find('\n', start);
-        end = end == std::string::npos ? dump.size() : end + 1;
-        const std::string line = dump.substr(start, end - start);
-        if (line.rfind("[", 0) == 0)
-            skipping = line.rfind("[lib_profile", 0) == 0;
-        if (!skipping)
-            kept += line;
-        start = end;
-    }
-    return kept;
+    return withoutTables(withoutTables(dump, "[lib_profile"), "[lib_pset");
 }
 
 }  // namespace

@@ -150,6 +150,26 @@ TEST_F(VlibTool, DemoLibrariesHoldTheSteelCatalogueAndTheProjectsOwnProfiles) {
               5);
 }
 
+TEST_F(VlibTool, PsetsListsTheOfficesEditableSetsWithTheirTypes) {
+    const std::string central = demoFile("central-metric.vlib").string();
+    const ToolRun all = vlib({"psets", central, "list"});
+    ASSERT_EQ(all.exitCode, 0) << all.err;
+    const auto listed = lines(all.out);
+    EXPECT_EQ(listed.count("namespace Office \"Office standards\""), 1u) << all.out;
+    EXPECT_EQ(listed.count("  set Office_DoorSchedule \"Door schedule\" for IfcDoor"), 1u) << all.out;
+    EXPECT_EQ(listed.count("    property FireResistance \"Fire resistance\": Integer enumeration "
+                           "(30 : EI2 30-C5, 60 : EI2 60-C5, 90 : EI2 90-C5)"),
+              1u)
+        << all.out;
+    EXPECT_EQ(listed.count("    value FinishedArea \"Finished area\": Real, measure AREA"), 1u) << all.out;
+
+    EXPECT_EQ(vlib({"psets", central, "list", "--namespace", "OFFICE"}).out, all.out) << "names match in any letter case";
+    const ToolRun missing = vlib({"psets", central, "list", "--namespace", "Nowhere"});
+    EXPECT_EQ(missing.exitCode, 1);
+    EXPECT_NE(missing.err.find("no namespace named 'Nowhere'"), std::string::npos) << missing.err;
+    EXPECT_EQ(vlib({"psets", central, "rename"}).exitCode, 2) << "an unknown action is wrong use";
+}
+
 TEST_F(VlibTool, ProjectLibraryHoldsEditedCopiesUnderCentralNames) {
     const auto central = namesOf(vlib::demo::centralMaterials());
     size_t shared = 0;

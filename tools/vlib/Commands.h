@@ -23,6 +23,7 @@ int importCommand(const Words& args, std::ostream& out);
 int importCardsCommand(const Words& args, std::ostream& out);
 int importProfilesCommand(const Words& args, std::ostream& out);
 int exportProfilesCommand(const Words& args, std::ostream& out);
+int psetsCommand(const Words& args, std::ostream& out);
 
 void printUsage(std::ostream& out);
 // Runs the subcommand named by the first word.

@@ -9,6 +9,7 @@
 #include <vl_db/DocumentLibraries.h>
 
 #include "DemoProfiles.h"
+#include "DemoPropertySets.h"
 #include "DemoWriter.h"
 #include "Kinds.h"
 
@@ -127,19 +128,22 @@ DemoFiles writeDemo(const fs::path& dir, std::ostream& out) {
     PendingFile centralFile(dir / ".central-metric.part.vlib");
     PendingFile drawingFile(dir / ".demo.part.vldwg");
     size_t steelSections = 0;
+    size_t officePropertySets = 0;
     ProjectProfiles projectProfiles;
     {
         const auto central = vantlib::Library::create(centralFile.odPath(), OdDb::kUnitsMillimeters);
         central->set_description(L"Central library, metric (demo content)");
         fillLibrary(central, centralMaterials(), centralCompositions());
         steelSections = addCentralProfiles(central);
+        officePropertySets = addOfficePropertySets(central);
         projectProfiles = writeDrawing(drawingFile, *central);
     }
     centralFile.moveTo(files.centralLibrary);
     drawingFile.moveTo(files.drawing);
 
     out << "Wrote " << files.centralLibrary.string() << ": " << centralMaterials().size() << " materials, "
-        << centralCompositions().size() << " compositions, " << steelSections << " steel sections\n"
+        << centralCompositions().size() << " compositions, " << steelSections << " steel sections, "
+        << officePropertySets << " property sets of the office\n"
         << "Wrote " << files.drawing.string() << ": embedded project library with " << projectMaterials().size()
         << " materials, " << projectCompositions().size() << " compositions, " << projectProfiles.profiles
         << " profiles; " << std::size(kUses) + projectProfiles.elements << " elements using them\n";

@@ -34,6 +34,8 @@ void printUsage(std::ostream& out) {
            "                                      import steel section tables (.blt YAML, .csv presets, .ifc\n"
            "                                      profile libraries); unreadable rows are reported and skipped\n"
            "  export-profiles FILE LIBRARY.ifc    write the library's profiles as an IFC4 project library\n"
+           "  psets FILE list [--namespace N]     property-set definitions: namespaces, sets, their IFC classes\n"
+           "                                      and definitions with their types\n"
            "  recover FILE                        finish the recovery of a library whose writer stopped midway\n"
            "  demo DIR                            write the demo drawing and its central library into DIR\n"
            "  help                                this text\n"
@@ -50,7 +52,7 @@ int dispatch(const Words& words, std::ostream& out) {
         {"check", checkCommand},   {"copy", copyCommand}, {"demo", demoCommand},
         {"recover", recoverCommand}, {"show", showCommand}, {"export", exportCommand}, {"import", importCommand},
         {"import-cards", importCardsCommand}, {"import-profiles", importProfilesCommand},
-        {"export-profiles", exportProfilesCommand},
+        {"export-profiles", exportProfilesCommand}, {"psets", psetsCommand},
     };
     if (words.empty())
         throw UsageError("no command given");

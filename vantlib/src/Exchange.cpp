@@ -14,6 +14,7 @@
 #include <vantlib/Library.h>
 #include <vantlib/Material.h>
 #include <vantlib/Profile.h>
+#include <vantlib/PropertySets.h>
 #include <vantlib/Transaction.h>
 
 #include "ExchangeDocument.h"
@@ -45,6 +46,7 @@ const char* kindKey(ObjectType type) {
     case kProfileStandard: return "profileStandards";
     case kProfileName: return "profileNames";
     case kConstructionProfile: return "profiles";
+    case kPropertyNamespace: return "propertyNamespaces";
     default: return "";
     }
 }
@@ -116,6 +118,25 @@ public:
         m_text += Json(scalar).dump();
     }
     void value(const OdString& text) { value(utf8(text)); }
+    // Any JSON value, laid out like the rest of the document.
+    void json(const Json& value) {
+        if (value.is_object()) {
+            beginObject();
+            for (auto it = value.begin(); it != value.end(); ++it) {
+                key(OdString::fromUtf8(it.key()));
+                json(it.value());
+            }
+            endObject();
+        } else if (value.is_array()) {
+            beginArray();
+            for (const Json& element : value)
+                json(element);
+            endArray();
+        } else {
+            element();
+            m_text += value.dump();
+        }
+    }
     template <class T>
     void member(const char* name, const T& scalar) {
         key(name);
@@ -366,6 +387,102 @@ void writeProfile(JsonText& out, const Profile& profile) {
         out.endObject();
     }
     out.endObject();
+}
+
+// ---- Property-set definitions
+
+const char* const kSpecifierKindNames[] = {"primitive", "enumeration", "formula", "parentReference",
+                                           "valueDefinitionReference", "extended"};
+static_assert(sizeof(kSpecifierKindNames) / sizeof(kSpecifierKindNames[0]) == TypeSpecification::kLastKind + 1,
+              "a name for every kind of type specifier");
+
+// The kinds whose data is the specifier's JSON, which the document holds as JSON.
+bool holdsJson(TypeSpecification::Kind kind) {
+    return kind != TypeSpecification::kPrimitive && kind != TypeSpecification::kExtended;
+}
+
+void writeAliases(JsonText& out, const std::vector<LocalizedName>& aliases) {
+    out.key("aliases");
+    out.beginArray();
+    for (const LocalizedName& alias : aliases) {
+        out.beginObject();
+        out.member("language", alias.language);
+        out.member("name", alias.name);
+        out.member("definition", alias.definition);
+        out.endObject();
+    }
+    out.endArray();
+}
+
+void writeDefinition(JsonText& out, const PropertyDefinitionRecord& definition) {
+    out.beginObject();
+    out.member("name", definition.name);
+    out.member("label", definition.label);
+    out.member("description", definition.description);
+    out.key("type");
+    out.beginObject();
+    out.member("kind", kSpecifierKindNames[definition.type.kind]);
+    out.member("code", definition.type.code);
+    out.member("category", definition.type.valueCategory);
+    if (!definition.type.data.empty()) {
+        // Data that is not JSON (damaged, or of a kind that is text) goes as text, so nothing is lost.
+        Json data = holdsJson(definition.type.kind) ? Json::parse(definition.type.data, nullptr, false) : Json();
+        out.key("data");
+        if (holdsJson(definition.type.kind) && !data.is_discarded())
+            out.json(data);
+        else
+            out.value(definition.type.data);
+    }
+    out.endObject();
+    if (definition.kind == DefinitionKind::kValue)
+        out.member("measure", definition.measure);
+    writeAliases(out, definition.aliases);
+    out.endObject();
+}
+
+void writeDefinitions(JsonText& out, const char* key, const std::vector<PropertyDefinitionRecord>& definitions) {
+    out.key(key);
+    out.beginArray();
+    for (const PropertyDefinitionRecord& definition : definitions)
+        writeDefinition(out, definition);
+    out.endArray();
+}
+
+// Namespaces, sets and definitions in the library's order, which the user chose.
+void writePropertyNamespaces(JsonText& out, const PropertySetStore& store) {
+    out.key("propertyNamespaces");
+    out.beginArray();
+    for (const PropertyNamespaceRecord& ns : store.namespaces()) {
+        out.beginObject();
+        out.member("name", ns.name);
+        out.member("label", ns.label);
+        out.member("editable", ns.editable);
+        out.key("propertySets");
+        out.beginArray();
+        for (const PropertySetRecord& set : store.propertySets(ns.id)) {
+            out.beginObject();
+            out.member("name", set.name);
+            out.member("label", set.label);
+            out.member("description", set.description);
+            out.member("visible", set.visible);
+            out.member("perInstance", set.perInstance);
+            out.member("editable", set.editable);
+            out.member("templateType", set.templateType);
+            out.member("applicableTypeValue", set.applicableTypeValue);
+            out.key("applicableClasses");
+            out.beginArray();
+            for (const OdString& ifcType : set.applicableClasses)
+                out.value(ifcType);
+            out.endArray();
+            writeAliases(out, set.aliases);
+            writeDefinitions(out, "propertyDefinitions", store.definitions(set.id, DefinitionKind::kProperty));
+            writeDefinitions(out, "valueDefinitions", store.definitions(set.id, DefinitionKind::kValue));
+            out.endObject();
+        }
+        out.endArray();
+        out.endObject();
+    }
+    out.endArray();
 }
 
 // Profile names by standard and name, profiles then by size: both orders are total, since
@@ -711,6 +828,9 @@ public:
         });
         readList(top, m_root, kindKey(kProfileName), [&](const Json& value, const Place& place) { readProfileName(value, place); });
         readList(top, m_root, kindKey(kConstructionProfile), [&](const Json& value, const Place& place) { readProfile(value, place); });
+        readList(top, m_root, kindKey(kPropertyNamespace), [&](const Json& value, const Place& place) {
+            readPropertyNamespace(value, place);
+        });
         top.finish();
         return std::move(m_doc);
     }
@@ -1001,6 +1121,126 @@ private:
         m_doc.profiles.push_back(profile);
     }
 
+    static std::vector<LocalizedName> readAliases(Fields& fields) {
+        std::vector<LocalizedName> aliases;
+        const Json* list = fields.find("aliases");
+        if (!list)
+            return aliases;
+        if (!list->is_array())
+            fields.failField("aliases", "is not a list");
+        for (size_t i = 0; i < list->size(); ++i) {
+            Fields alias((*list)[i], Place(fields.place(), "aliases", i));
+            const std::string language = alias.requiredText("language");
+            if (language.empty())
+                alias.failField("language", "is empty");
+            aliases.push_back({OdString::fromUtf8(language), OdString::fromUtf8(alias.text("name")),
+                               OdString::fromUtf8(alias.text("definition"))});
+            alias.finish();
+        }
+        return aliases;
+    }
+
+    static TypeSpecification readType(Fields& definition) {
+        TypeSpecification type;
+        const Json* value = definition.find("type");
+        if (!value)
+            return type;
+        Fields fields(*value, Place(definition.place(), "type"));
+        const std::string kind = fields.text("kind", kSpecifierKindNames[0]);
+        auto known = std::find(std::begin(kSpecifierKindNames), std::end(kSpecifierKindNames), kind);
+        if (known == std::end(kSpecifierKindNames))
+            fields.failField("kind", "names no kind of type: " + quoted(kind));
+        type.kind = TypeSpecification::Kind(known - std::begin(kSpecifierKindNames));
+        type.code = int(fields.integer("code", 0, 0x7fffffff).value_or(type.code));
+        type.valueCategory = int(fields.integer("category", 1, 0x7fffffff).value_or(type.valueCategory));
+        if (const Json* data = fields.find("data"))
+            type.data = data->is_string() ? data->get<std::string>() : data->dump();
+        if (type.kind == TypeSpecification::kExtended && type.valueCategory == 1)
+            fields.failField("category", "is a single value, which is no extended kind");
+        fields.finish();
+        return type;
+    }
+
+    std::vector<PropertyDefinitionRecord> readDefinitions(Fields& set, const char* key, DefinitionKind kind) {
+        std::vector<PropertyDefinitionRecord> definitions;
+        const Json* list = set.find(key);
+        if (!list)
+            return definitions;
+        if (!list->is_array())
+            set.failField(key, "is not a list");
+        std::set<std::wstring> names;
+        for (size_t i = 0; i < list->size(); ++i) {
+            Fields fields((*list)[i], Place(set.place(), key, i));
+            PropertyDefinitionRecord definition;
+            definition.kind = kind;
+            definition.name = objectName(fields);
+            fields.setName(utf8(definition.name));
+            if (!names.insert(foldCase(definition.name)).second)
+                fields.fail("has a name that another definition of its set has");
+            definition.label = OdString::fromUtf8(fields.text("label"));
+            definition.description = OdString::fromUtf8(fields.text("description"));
+            definition.type = readType(fields);
+            if (kind == DefinitionKind::kValue)
+                definition.measure = OdString::fromUtf8(fields.text("measure"));
+            definition.aliases = readAliases(fields);
+            fields.finish();
+            definitions.push_back(std::move(definition));
+        }
+        return definitions;
+    }
+
+    void readPropertyNamespace(const Json& value, const Place& place) {
+        Fields fields(value, place);
+        ExchangedNamespace ns;
+        ns.ns.name = objectName(fields);
+        fields.setName(utf8(ns.ns.name));
+        ns.ns.label = OdString::fromUtf8(fields.text("label"));
+        ns.ns.editable = fields.flag("editable", true);
+        if (const Json* sets = fields.find("propertySets")) {
+            if (!sets->is_array())
+                fields.failField("propertySets", "is not a list");
+            std::set<std::wstring> names;
+            for (size_t i = 0; i < sets->size(); ++i) {
+                Fields s((*sets)[i], Place(fields.place(), "propertySets", i));
+                ExchangedNamespace::Set entry;
+                PropertySetRecord& set = entry.set;
+                set.name = objectName(s);
+                s.setName(utf8(set.name));
+                if (!names.insert(foldCase(set.name)).second)
+                    s.fail("has a name that another set of its namespace has");
+                set.label = OdString::fromUtf8(s.text("label"));
+                set.description = OdString::fromUtf8(s.text("description"));
+                set.visible = s.flag("visible", true);
+                set.perInstance = s.flag("perInstance", true);
+                set.editable = s.flag("editable", true);
+                set.templateType = OdString::fromUtf8(s.text("templateType"));
+                set.applicableTypeValue = OdString::fromUtf8(s.text("applicableTypeValue"));
+                if (const Json* classes = s.find("applicableClasses")) {
+                    std::set<std::wstring> seen;
+                    if (!classes->is_array())
+                        s.failField("applicableClasses", "is not a list");
+                    for (const Json& ifcType : *classes) {
+                        if (!ifcType.is_string() || ifcType.get<std::string>().empty())
+                            s.failField("applicableClasses", "holds something other than a class name");
+                        const OdString name = OdString::fromUtf8(ifcType.get<std::string>());
+                        if (!seen.insert(foldCase(name)).second)
+                            s.failField("applicableClasses", "names " + quoted(utf8(name)) + " twice");
+                        set.applicableClasses.push_back(name);
+                    }
+                }
+                set.aliases = readAliases(s);
+                entry.definitions = readDefinitions(s, "propertyDefinitions", DefinitionKind::kProperty);
+                for (auto& definition : readDefinitions(s, "valueDefinitions", DefinitionKind::kValue))
+                    entry.definitions.push_back(std::move(definition));
+                s.finish();
+                ns.sets.push_back(std::move(entry));
+            }
+        }
+        fields.finish();
+        addName(m_doc, kPropertyNamespace, ns.ns.name, place);
+        m_doc.propertyNamespaces.push_back(std::move(ns));
+    }
+
     const Library& m_library;
     Json& m_root;
     ExchangeDocument m_doc;
@@ -1100,6 +1340,11 @@ public:
             }
             writeOwn(*composition);
         }
+        if (!m_doc.propertyNamespaces.empty()) {
+            PropertySetStore store(m_store.self());
+            for (ExchangedNamespace& ns : m_doc.propertyNamespaces)
+                writeNamespace(store, ns);
+        }
         if (m_progress)
             m_progress(m_done, m_doc.objectCount);
     }
@@ -1176,6 +1421,44 @@ private:
         advance();
     }
 
+    // A namespace is the unit of a clash: skipped, replaced or renamed whole.
+    void writeNamespace(PropertySetStore& store, ExchangedNamespace& ns) {
+        ImportCounts& c = counts(kPropertyNamespace);
+        const auto existing = store.findNamespace(ns.ns.name);
+        if (existing && m_onClash == ClashAnswer::kSkip) {
+            ++c.skipped;
+            advance();
+            return;
+        }
+        if (existing && m_onClash == ClashAnswer::kOverwrite) {
+            store.removeNamespace(existing->id);
+            ++c.overwritten;
+        } else if (existing) {
+            const OdString original = ns.ns.name;
+            for (unsigned n = 2;; ++n) {
+                OdString candidate = OdString::formatted(L"%ls_%u", original.c_str(), n);
+                if (!store.findNamespace(candidate) && !m_doc.names.at(kPropertyNamespace).count(foldCase(candidate))) {
+                    ns.ns.name = candidate;
+                    break;
+                }
+            }
+            ++c.renamed;
+            m_report.renames.push_back({kPropertyNamespace, original, ns.ns.name});
+        } else {
+            ++c.created;
+        }
+        const uint32_t namespaceId = store.createNamespace(ns.ns);
+        for (ExchangedNamespace::Set& entry : ns.sets) {
+            entry.set.namespaceId = namespaceId;
+            const uint32_t setId = store.createPropertySet(entry.set);
+            for (PropertyDefinitionRecord& definition : entry.definitions) {
+                definition.setId = setId;
+                store.createDefinition(definition);
+            }
+        }
+        advance();
+    }
+
     LibraryStore& m_store;
     ExchangeDocument& m_doc;
     ClashAnswer m_onClash;
@@ -1191,7 +1474,7 @@ private:
 const std::vector<ObjectType>& exchangedKinds() {
     static const std::vector<ObjectType> kinds = {kTag,      kLayer,       kMaterialType,    kCompositionType,
                                                   kCustomProperty, kMaterial, kComposition, kProfileStandard,
-                                                  kProfileName,    kConstructionProfile};
+                                                  kProfileName,    kConstructionProfile, kPropertyNamespace};
     return kinds;
 }
 
@@ -1316,6 +1599,8 @@ std::string exportLibrary(const Library& library, const std::set<ObjectType>& ki
         advance();
     }
     doc.endArray();
+    if (wanted(kPropertyNamespace))
+        writePropertyNamespaces(doc, PropertySetStore(std::const_pointer_cast<Library>(library.store().selfConst())));
     doc.endObject();
     if (progress)
         progress(total, total);

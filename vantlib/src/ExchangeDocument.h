@@ -12,8 +12,20 @@
 #include <vantlib/Exchange.h>
 #include <vantlib/Material.h>
 #include <vantlib/Profile.h>
+#include <vantlib/PropertySets.h>
 
 namespace vantlib {
+
+// A namespace of property-set definitions with its sets, each with its definitions (property
+// definitions, then value definitions, each in order). Ids are not set.
+struct ExchangedNamespace {
+    struct Set {
+        PropertySetRecord set;
+        std::vector<PropertyDefinitionRecord> definitions;
+    };
+    PropertyNamespaceRecord ns;
+    std::vector<Set> sets;
+};
 
 struct ExchangeDocument {
     // The kinds shared by name, in the order of `named`.
@@ -30,6 +42,7 @@ struct ExchangeDocument {
     std::vector<QcSmartPtr<ProfileName>> profileNames;
     // Each refers to its profile name and material by stand-ins of their names.
     std::vector<QcSmartPtr<Profile>> profiles;
+    std::vector<ExchangedNamespace> propertyNamespaces;
     // Folded names per kind: duplicates, references inside the document, free names. A
     // profile name is known by its standard's and its own name (profileNameKey), a profile by
     // that and its size (profileKey), under kConstructionProfile.

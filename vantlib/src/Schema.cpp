@@ -129,8 +129,63 @@ CREATE INDEX lib_profile_type ON lib_profile(object_type);
 CREATE INDEX lib_profile_material ON lib_profile(material_id);
 )SQL";
 
+// Version 3 adds property-set definitions: namespaces, the property sets of a namespace, the
+// IFC classes each set is assigned to, and the property and value definitions of a set (one
+// table, told apart by `kind`: 1 property, 2 value). Everything is kept in the order the user
+// gives it (`position`). Set names are unique within their namespace and definition names
+// within their set and kind, letter case ignored. Aliases are JSON text: a list of
+// {"language", "name", "definition"} objects. A definition's type is its kind of specifier,
+// primitive code, value category and the specifier's own data (JSON, or the original text of
+// a kind the editors cannot change).
+const char* const kSchemaV3 = R"SQL(
+CREATE TABLE lib_pset_namespace(
+    id INTEGER PRIMARY KEY,
+    position INTEGER NOT NULL,
+    name TEXT NOT NULL COLLATE NOCASE UNIQUE CHECK(name <> ''),
+    label TEXT NOT NULL DEFAULT '',
+    editable INTEGER NOT NULL DEFAULT 1);
+CREATE TABLE lib_pset(
+    id INTEGER PRIMARY KEY,
+    namespace_id INTEGER NOT NULL REFERENCES lib_pset_namespace(id) ON DELETE CASCADE,
+    position INTEGER NOT NULL,
+    name TEXT NOT NULL COLLATE NOCASE CHECK(name <> ''),
+    label TEXT NOT NULL DEFAULT '',
+    description TEXT NOT NULL DEFAULT '',
+    visible INTEGER NOT NULL DEFAULT 1,
+    per_instance INTEGER NOT NULL DEFAULT 1,
+    editable INTEGER NOT NULL DEFAULT 1,
+    template_type TEXT NOT NULL DEFAULT '',
+    applicable_type_value TEXT NOT NULL DEFAULT '',
+    aliases TEXT NOT NULL DEFAULT '',
+    UNIQUE(namespace_id, name));
+CREATE INDEX lib_pset_order ON lib_pset(namespace_id, position);
+CREATE TABLE lib_pset_class(
+    set_id INTEGER NOT NULL REFERENCES lib_pset(id) ON DELETE CASCADE,
+    position INTEGER NOT NULL,
+    class_name TEXT NOT NULL COLLATE NOCASE CHECK(class_name <> ''),
+    PRIMARY KEY(set_id, position),
+    UNIQUE(set_id, class_name)) WITHOUT ROWID;
+CREATE INDEX lib_pset_class_name ON lib_pset_class(class_name);
+CREATE TABLE lib_pset_definition(
+    id INTEGER PRIMARY KEY,
+    set_id INTEGER NOT NULL REFERENCES lib_pset(id) ON DELETE CASCADE,
+    kind INTEGER NOT NULL CHECK(kind IN (1, 2)),
+    position INTEGER NOT NULL,
+    name TEXT NOT NULL COLLATE NOCASE CHECK(name <> ''),
+    label TEXT NOT NULL DEFAULT '',
+    description TEXT NOT NULL DEFAULT '',
+    type_kind INTEGER NOT NULL DEFAULT 0,
+    type_code INTEGER NOT NULL DEFAULT 11,
+    value_category INTEGER NOT NULL DEFAULT 1,
+    type_data TEXT NOT NULL DEFAULT '',
+    measure TEXT NOT NULL DEFAULT '',
+    aliases TEXT NOT NULL DEFAULT '',
+    UNIQUE(set_id, kind, name));
+CREATE INDEX lib_pset_definition_order ON lib_pset_definition(set_id, kind, position);
+)SQL";
+
 // The step from version v to v + 1, at index v - 1.
-const char* const kMigrationSteps[] = {kSchemaV2};
+const char* const kMigrationSteps[] = {kSchemaV2, kSchemaV3};
 
 int queryInt(sqlite3* db, const char* sql) {
     Statement stmt(db, sql);
@@ -142,6 +197,7 @@ int queryInt(sqlite3* db, const char* sql) {
 void createSchema(sqlite3* db, const OdString& guid, OdDb::UnitsValue unit) {
     execute(db, kSchemaV1);
     execute(db, kSchemaV2);
+    execute(db, kSchemaV3);
     Statement meta(db, "INSERT INTO lib_meta(key, value) VALUES (?1, ?2)");
     meta.reset().bind(1, std::string("guid")).bind(2, guid).run();
     meta.reset().bind(1, std::string("unit")).bind(2, std::to_string(int(unit))).run();

@@ -29,6 +29,9 @@ public:
     ObjectNotUnique(ObjectType type, const OdString& name)
         : Exception(OdString::formatted(L"An object of kind %u named '%ls' already exists", unsigned(type), name.c_str())),
           m_type(type), m_name(name) {}
+    // With a message that says where the name is taken (a property set in its namespace).
+    ObjectNotUnique(ObjectType type, const OdString& name, const OdString& message)
+        : Exception(message), m_type(type), m_name(name) {}
     ObjectType objectType() const { return m_type; }
     const OdString& name() const { return m_name; }
 

@@ -22,7 +22,7 @@ namespace vantlib {
 class Library;
 
 // The newest format version this build reads; the version it writes.
-constexpr int kExchangeFormatVersion = 2;
+constexpr int kExchangeFormatVersion = 3;
 
 // A document that cannot be read or imported. The library was not changed.
 class ExchangeError : public Exception {

@@ -53,7 +53,7 @@ public:
     };
 
     // Schema version this build writes and the newest it reads.
-    static constexpr int kSchemaVersion = 2;
+    static constexpr int kSchemaVersion = 3;
 
     // Adds the library tables to a new or existing SQLite file (a drawing file keeps its own
     // tables). Throws AlreadyExists when the file holds a library, NotALibrary when it is not

@@ -47,7 +47,11 @@ enum ObjectType : uint32_t {
     kCustomProfile = 34,       // outline taken from drawing geometry
     kFirstProfileShape = 18,   // 18..35 are construction profiles; 35 is kept free for a shape to come
     kLastProfileShape = 35,
-    kFirstPropertySetKind = 36,    // 36..44: reserved for property-set definitions
+    kFirstPropertySetKind = 36,    // 36..44: property-set definitions (PropertySets.h)
+    kPropertyNamespace = 36,       // a group of property sets (the official ones, an office's own)
+    kPropertySet = 37,
+    kPropertyDefinition = 38,      // a property of a set
+    kValueDefinition = 39,         // a value a set computes (formula, measure)
     kLastPropertySetKind = 44,
 };
 
