@@ -180,6 +180,18 @@ TEST(PsdRoundTrip, AFileWithANamespacePrefixReadsLikeTheOfficialForm) {
     expectSameSet(readPsdText(official, "official.xml"), readPsdText(prefixed, "prefixed.xml"));
 }
 
+TEST(PsdRoundTrip, CarriageReturnsAndTabsWrittenAsReferencesReadAsTheParserLeavesPlainText) {
+    std::string text = psd_test::readText(psd_test::officialFile("Pset_BuildingUse"));
+    text = psd_test::replaced(text, "<Name>Pset_BuildingUse</Name>", "<Name>Pset_Building&#13;&#10;Use</Name>");
+    text = psd_test::replaced(text, "lang=\"en\"", "lang=\"e&#9;n&#13;\"");
+    text = psd_test::replaced(text, "<DataType type=\"IfcMonetaryMeasure\" />",
+                              "<DataType type=\"IfcMonetaryMeasure\" unit=\"E&#13;UR\">a&#13;b</DataType>");
+    const PsdSet first = readPsdText(text, "references.xml");
+    EXPECT_EQ(first.name, "Pset_Building\nUse");
+    const PsdSet second = readPsdText(writePsdText(first), "written.xml");
+    expectSameSet(first, second);
+}
+
 TEST(PsdRoundTrip, TheWriterRefusesWhatItCannotWriteAsAValidFile) {
     PsdSet set = smallSet();
     set.name.clear();

@@ -41,14 +41,38 @@ void forEachChild(const pugi::xml_node& parent, const char* name, F&& visit) {
     }
 }
 
-// The text directly inside an element (its character data and CDATA sections, joined).
+// Line ends and white space as the parser leaves them in plain text: a carriage return written as
+// a character reference gets through the parser, but would not survive writing and reading.
+std::string normalText(std::string text) {
+    size_t out = 0;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\r')
+            text[out++] = text[i];
+        else if (i + 1 == text.size() || text[i + 1] != '\n')
+            text[out++] = '\n';
+    }
+    text.resize(out);
+    return text;
+}
+std::string normalAttribute(std::string value) {
+    std::replace_if(value.begin(), value.end(), [](char c) { return c == '\r' || c == '\n' || c == '\t'; }, ' ');
+    return value;
+}
+
+std::string attributeOf(const pugi::xml_node& node, const char* name) {
+    return normalAttribute(node.attribute(name).value());
+}
+
+// The text directly inside an element (its character data and CDATA sections, joined). Text of
+// nothing but white space is no text, whether the file writes it plainly or as character
+// references: the parser drops the plain form, so the written form could not keep it either.
 std::string textOf(const pugi::xml_node& node) {
     std::string text;
     for (pugi::xml_node part = node.first_child(); part; part = part.next_sibling()) {
         if (part.type() == pugi::node_pcdata || part.type() == pugi::node_cdata)
             text += part.value();
     }
-    return text;
+    return text.find_first_not_of(" \t\r\n") == std::string::npos ? std::string() : normalText(text);
 }
 
 std::string trimmed(const std::string& text) {
@@ -126,6 +150,8 @@ std::string extendedXml(const pugi::xml_node& propertyType) {
     copy.append_copy(propertyType);
     struct Unqualify : pugi::xml_tree_walker {
         bool for_each(pugi::xml_node& node) override {
+            if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata)
+                node.set_value(normalText(node.value()).c_str());
             if (node.type() != pugi::node_element)
                 return true;
             node.set_name(localName(node.name()));
@@ -133,16 +159,16 @@ std::string extendedXml(const pugi::xml_node& propertyType) {
                 const pugi::xml_attribute next = a.next_attribute();
                 if (std::strcmp(a.name(), "xmlns") == 0 || std::strncmp(a.name(), "xmlns:", 6) == 0)
                     node.remove_attribute(a);
+                else
+                    a.set_value(normalAttribute(a.value()).c_str());
                 a = next;
             }
             return true;
         }
     } unqualify;
     copy.traverse(unqualify);
-    pugi::xml_node root = copy.first_child();
-    root.set_name(localName(root.name()));
     std::ostringstream out;
-    root.print(out, "", pugi::format_raw, pugi::encoding_utf8);
+    copy.first_child().print(out, "", pugi::format_raw, pugi::encoding_utf8);
     return out.str();
 }
 
@@ -172,9 +198,9 @@ public:
 
         set.name = requiredName(root, "the set");
         set.definition = textOf(child(root, "Definition"));
-        set.ifdGuid = root.attribute("ifdguid").value();
-        set.templateType = root.attribute("templatetype").value();
-        set.ifcVersion = child(root, "IfcVersion").attribute("version").value();
+        set.ifdGuid = attributeOf(root, "ifdguid");
+        set.templateType = attributeOf(root, "templatetype");
+        set.ifcVersion = attributeOf(child(root, "IfcVersion"), "version");
         set.applicability = textOf(child(root, "Applicability"));
         forEachChild(child(root, "ApplicableClasses"), "ClassName", [&](const pugi::xml_node& node) {
             const std::string name = trimmed(textOf(node));
@@ -240,7 +266,7 @@ private:
     std::vector<PsdAlias> aliases(const pugi::xml_node& list, const char* element) const {
         std::vector<PsdAlias> result;
         forEachChild(list, element, [&](const pugi::xml_node& node) {
-            result.push_back({node.attribute("lang").value(), textOf(node)});
+            result.push_back({attributeOf(node, "lang"), textOf(node)});
         });
         return result;
     }
@@ -249,7 +275,7 @@ private:
         PsdProperty property;
         property.name = requiredName(node, "a property");
         property.definition = textOf(child(node, "Definition"));
-        property.ifdGuid = node.attribute("ifdguid").value();
+        property.ifdGuid = attributeOf(node, "ifdguid");
         property.nameAliases = aliases(child(node, "NameAliases"), "NameAlias");
         property.definitionAliases = aliases(child(node, "DefinitionAliases"), "DefinitionAlias");
         if (quantity)
@@ -299,7 +325,7 @@ private:
         PsdType type;
         type.kind = PsdTypeKind::kSingleValue;
         const pugi::xml_node dataType = child(node, "DataType");
-        type.dataType = trimmed(dataType.attribute("type").value());
+        type.dataType = trimmed(attributeOf(dataType, "type"));
         // A property whose file declares no data type holds text.
         if (!type.dataType.empty() && !psdDataType(type.dataType, type.primitive, type.measure))
             fail(dataType, "the property '" + property + "' has the unknown data type '" + type.dataType + "'");
@@ -310,7 +336,7 @@ private:
         PsdType type;
         type.kind = PsdTypeKind::kEnumeration;
         const pugi::xml_node list = child(node, "EnumList");
-        type.enumListName = list.attribute("name").value();
+        type.enumListName = attributeOf(list, "name");
         forEachChild(list, "EnumItem", [&](const pugi::xml_node& item) {
             const std::string value = trimmed(textOf(item));
             if (value.empty())
