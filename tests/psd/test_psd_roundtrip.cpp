@@ -185,7 +185,7 @@ TEST(PsdRoundTrip, CarriageReturnsAndTabsWrittenAsReferencesReadAsTheParserLeave
     text = psd_test::replaced(text, "<Name>Pset_BuildingUse</Name>", "<Name>Pset_Building&#13;&#10;Use</Name>");
     text = psd_test::replaced(text, "lang=\"en\"", "lang=\"e&#9;n&#13;\"");
     text = psd_test::replaced(text, "<DataType type=\"IfcMonetaryMeasure\" />",
-                              "<DataType type=\"IfcMonetaryMeasure\" unit=\"E&#13;UR\">a&#13;b</DataType>");
+                              "<DataType type=\"IfcMonetaryMeasure\" unit=\"E&#13;UR\">a&#13;b</DataType>&#13; ");
     const PsdSet first = readPsdText(text, "references.xml");
     EXPECT_EQ(first.name, "Pset_Building\nUse");
     const PsdSet second = readPsdText(writePsdText(first), "written.xml");

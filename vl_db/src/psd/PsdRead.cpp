@@ -149,9 +149,14 @@ std::string extendedXml(const pugi::xml_node& propertyType) {
     pugi::xml_document copy;
     copy.append_copy(propertyType);
     struct Unqualify : pugi::xml_tree_walker {
+        std::vector<pugi::xml_node> blank;  // text that reads as none once its references are plain
         bool for_each(pugi::xml_node& node) override {
-            if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata)
-                node.set_value(normalText(node.value()).c_str());
+            if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) {
+                const std::string text = normalText(node.value());
+                node.set_value(text.c_str());
+                if (node.type() == pugi::node_pcdata && text.find_first_not_of(" \t\n") == std::string::npos)
+                    blank.push_back(node);
+            }
             if (node.type() != pugi::node_element)
                 return true;
             node.set_name(localName(node.name()));
@@ -167,6 +172,8 @@ std::string extendedXml(const pugi::xml_node& propertyType) {
         }
     } unqualify;
     copy.traverse(unqualify);
+    for (pugi::xml_node& node : unqualify.blank)
+        node.parent().remove_child(node);
     std::ostringstream out;
     copy.first_child().print(out, "", pugi::format_raw, pugi::encoding_utf8);
     return out.str();
