@@ -159,7 +159,8 @@ std::string extendedXml(const pugi::xml_node& propertyType) {
             }
             if (node.type() != pugi::node_element)
                 return true;
-            node.set_name(localName(node.name()));
+            const std::string local = localName(node.name());  // a copy: the name is replaced in place
+            node.set_name(local.c_str());
             for (pugi::xml_attribute a = node.first_attribute(); a;) {
                 const pugi::xml_attribute next = a.next_attribute();
                 if (std::strcmp(a.name(), "xmlns") == 0 || std::strncmp(a.name(), "xmlns:", 6) == 0)
