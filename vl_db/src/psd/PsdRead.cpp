@@ -1,6 +1,7 @@
 // Reading a definition file into the model. pugixml knows nothing of XML namespaces, so elements
 // are matched by their local names, and the root's namespace is checked once.
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -220,17 +221,17 @@ public:
         set.definitionAliases = aliases(child(root, quantities ? "QtoDefinitionAliases" : "PsetDefinitionAliases"),
                                         quantities ? "QtoDefinitionAlias" : "PsetDefinitionAlias");
 
-        std::vector<int> lines;
+        std::vector<pugi::xml_node> nodes;  // of the properties, for the line of a clash
         forEachChild(child(root, quantities ? "QtoDefs" : "PropertyDefs"), quantities ? "QtoDef" : "PropertyDef",
                      [&](const pugi::xml_node& node) {
                          PsdProperty property = readProperty(node, quantities);
                          for (size_t i = 0; i < set.properties.size(); ++i) {
                              if (psd::sameName(set.properties[i].name, property.name))
                                  fail(node, "a second property named '" + property.name + "' (the first is on line " +
-                                                std::to_string(lines[i]) + ")");
+                                                std::to_string(lineOf(nodes[i])) + ")");
                          }
                          set.properties.push_back(std::move(property));
-                         lines.push_back(lineOf(node));
+                         nodes.push_back(node);
                      });
         return set;
     }
