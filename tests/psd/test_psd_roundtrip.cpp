@@ -160,6 +160,13 @@ TEST(PsdRoundTrip, AFileWithANamespacePrefixReadsLikeTheOfficialForm) {
     }
     ASSERT_NE(prefixed.find("<psd:TypePropertyReferenceValue reftype"), std::string::npos);
     expectSameSet(readPsdText(official, "official.xml"), readPsdText(prefixed, "prefixed.xml"));
+
+    // Namespace declarations further down are no content of a property's type either.
+    const std::string declared = psd_test::replaced(official, "<DataType type=\"IfcLabel\" />",
+                                                    "<DataType xmlns:ifc=\"urn:x\" type=\"IfcLabel\" />");
+    const PsdSet set = readPsdText(declared, "declared.xml");
+    EXPECT_EQ(property(set, "RequestSourceLabel").type.kind, PsdTypeKind::kSingleValue);
+    expectSameSet(set, readPsdText(writePsdText(set), "written.xml"));
 }
 
 TEST(PsdRoundTrip, CarriageReturnsAndTabsWrittenAsReferencesReadAsTheParserLeavesPlainText) {

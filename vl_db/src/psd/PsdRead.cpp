@@ -95,10 +95,16 @@ bool onlyChildren(const pugi::xml_node& node, std::initializer_list<const char*>
     return true;
 }
 
+bool isNamespaceDeclaration(const char* attribute) {
+    return std::strcmp(attribute, "xmlns") == 0 || std::strncmp(attribute, "xmlns:", 6) == 0;
+}
+
+// Has the element no attributes but these? Namespace declarations are not the element's content.
 bool onlyAttributes(const pugi::xml_node& node, std::initializer_list<const char*> names) {
     for (pugi::xml_attribute attribute = node.first_attribute(); attribute; attribute = attribute.next_attribute()) {
         const char* name = attribute.name();
-        if (std::none_of(names.begin(), names.end(), [name](const char* n) { return std::strcmp(n, name) == 0; }))
+        if (!isNamespaceDeclaration(name) &&
+            std::none_of(names.begin(), names.end(), [name](const char* n) { return std::strcmp(n, name) == 0; }))
             return false;
     }
     return true;
@@ -108,7 +114,7 @@ bool hasText(const pugi::xml_node& node) { return !trimmed(textOf(node)).empty()
 
 // An element without attributes whose element children all have these names.
 bool plain(const pugi::xml_node& node, std::initializer_list<const char*> children) {
-    return node.first_attribute().empty() && onlyChildren(node, children);
+    return onlyAttributes(node, {}) && onlyChildren(node, children);
 }
 
 // Does the enumeration hold anything the model does not keep? Then it is kept as XML.
@@ -164,7 +170,7 @@ std::string extendedXml(const pugi::xml_node& propertyType) {
             node.set_name(local.c_str());
             for (pugi::xml_attribute a = node.first_attribute(); a;) {
                 const pugi::xml_attribute next = a.next_attribute();
-                if (std::strcmp(a.name(), "xmlns") == 0 || std::strncmp(a.name(), "xmlns:", 6) == 0)
+                if (isNamespaceDeclaration(a.name()))
                     node.remove_attribute(a);
                 else
                     a.set_value(normalAttribute(a.value()).c_str());
@@ -318,7 +324,7 @@ private:
         }
         if (!kind)
             fail(propertyType, "the property '" + property + "' has an empty <PropertyType>");
-        const bool alone = kinds == 1 && propertyType.first_attribute().empty() && !hasText(propertyType);
+        const bool alone = kinds == 1 && onlyAttributes(propertyType, {}) && !hasText(propertyType);
         if (alone && isElement(kind, "TypePropertySingleValue") && plainSingleValue(kind))
             return singleValue(kind, property);
         if (alone && isElement(kind, "TypePropertyEnumeratedValue") && plainEnumeration(kind))
