@@ -4,7 +4,7 @@
 set -euo pipefail
 packages=(cmake g++ make pkg-config libwxgtk3.2-dev wx-common wx3.2-i18n libsqlite3-dev libsqlitecpp-dev
           libgtest-dev libgmock-dev libbenchmark-dev librsvg2-bin gettext xvfb xauth locales
-          nlohmann-json3-dev libyaml-cpp-dev)
+          nlohmann-json3-dev libyaml-cpp-dev libpugixml-dev)
 # The tests check that numbers read and print the same under a decimal-comma locale.
 test_locale=de_DE.UTF-8
 
