@@ -72,6 +72,7 @@ DlgProfiles::DlgProfiles(wxWindow* parent, vl_db::DocumentLibraries* libs, vl_db
         throw OdError(eKeyNotFound, OdString(L"The dialog layout \"DlgProfiles\" is not loaded."));
     SetMinSize(large ? wxSize(2000, 1200) : wxSize(1000, 600));
     createPropertyGrid();
+    initCustomProfileTools();
     FindWindow(XRCID("PANEL_PREVIEW"))->Bind(wxEVT_PAINT, &DlgProfiles::onPaintPreview, this);
     if (m_libs)
         m_libs->initialize();
@@ -219,6 +220,8 @@ void DlgProfiles::onUpdateUI(wxUpdateUIEvent& event) {
         event.Enable(m_host && m_libs && m_libs->database());
     } else if (id == XRCID("PICK_PROFILE_BUTTON")) {
         event.Enable(m_host && m_customInfo);
+    } else if (id == XRCID("BTN_OFFSET")) {
+        event.Enable(canSetOffset());
     } else {
         // Creating, saving and offsetting profiles are not offered by this dialog yet.
         event.Enable(false);
@@ -304,7 +307,12 @@ DlgProfiles::EButton DlgProfiles::selectProfiles(unsigned profileId, vl_db::Docu
         const int answer = dialog.ShowModal();
         if (answer == kResultPick && host && customInfo) {
             const auto library = dialog.getLib(dialog.currentDb());
-            *customInfo = host->getProfileFromGeometricSel(library ? library->unit() : OdDb::kUnitsMillimeters);
+            try {
+                *customInfo = host->getProfileFromGeometricSel(library ? library->unit() : OdDb::kUnitsMillimeters);
+                dialog.customModeRightPanels();
+            } catch (const std::exception& error) {
+                showError(&dialog, error);
+            }
             continue;
         }
         if (answer == kButtonUnselect)

@@ -150,6 +150,7 @@ void DlgProfiles::updateProfileDlg() {
     }
     displayMeasureUnit();
     updateProfileProps();
+    updateCustomPanels();
     FindWindow(XRCID("PANEL_PROPS"))->Layout();
     Layout();
 }
