@@ -12,6 +12,7 @@
 #include "app/common/ErrorMessages.h"
 #include "app/ModuleCommands.h"
 #include "app/profiles/DlgProfiles.h"
+#include "app/profiles/NamedProfile.h"
 
 namespace vl_app {
 
@@ -28,8 +29,17 @@ void runProfiles(vl_db::EMode mode) {
         // The host's profile services, when it offers them; the dialog works without.
         auto* host = static_cast<ProfilesInfo*>(ca::CaApp::instance()->service(kProfilesInfoService));
         DlgProfiles::CustomProfileInfo picked;
-        const DlgProfiles::EButton answer =
-            DlgProfiles::selectProfiles(0, vl_db::docLibs(db), chosen, &picked, host, vl_db::kDbNone, mode);
+        // A profile named after the command ("profiles IPE 200") is selected at the start.
+        vl_db::EDbType library = vl_db::kDbNone;
+        const wxString named = ca::CaApp::instance()->commandArgument();
+        const QcSmartPtr<vantlib::Profile> preselected =
+            named.empty() ? QcSmartPtr<vantlib::Profile>() : findProfileByName(vl_db::docLibs(db), named, library);
+        if (!named.empty() && !preselected) {
+            ca::prompt(wxString::Format(_("There is no profile named \"%s\"."), named));
+            return;
+        }
+        const DlgProfiles::EButton answer = DlgProfiles::selectProfiles(
+            preselected ? preselected->id() : 0, vl_db::docLibs(db), chosen, &picked, host, library, mode);
         if (mode != vl_db::kModePicker && mode != vl_db::kModeProfilePicker)
             return;
         if (answer == DlgProfiles::kButtonOk && chosen)

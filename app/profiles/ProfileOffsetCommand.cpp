@@ -1,5 +1,6 @@
 // Studio command that opens the axis offset dialog on a profile named after the command:
-// "profile-offset IPE 200" (the project library first, then the central one).
+// "profile-offset IPE 200" (the project library first, then the central one); and the lookup
+// of profiles by the name typed after a command.
 #include <wx/intl.h>
 
 #include <CaApp.h>
@@ -14,6 +15,7 @@
 #include "app/common/Distances.h"
 #include "app/common/ErrorMessages.h"
 #include "app/profiles/DlgAxisOffset.h"
+#include "app/profiles/NamedProfile.h"
 #include "app/profiles/ProfilesInfo.h"
 
 namespace vl_app {
@@ -31,6 +33,22 @@ QcSmartPtr<vantlib::Profile> findByFullName(const std::shared_ptr<vantlib::Libra
     return QcSmartPtr<vantlib::Profile>();
 }
 
+}  // namespace
+
+QcSmartPtr<vantlib::Profile> findProfileByName(vl_db::DocumentLibraries* libs, const wxString& fullName,
+                                               vl_db::EDbType& library) {
+    library = vl_db::kDbProject;
+    if (QcSmartPtr<vantlib::Profile> found = findByFullName(libs->primary(false), fullName))
+        return found;
+    library = vl_db::kDbCentral;
+    if (QcSmartPtr<vantlib::Profile> found = findByFullName(libs->secondary(), fullName))
+        return found;
+    library = vl_db::kDbNone;
+    return QcSmartPtr<vantlib::Profile>();
+}
+
+namespace {
+
 void runProfileOffset() {
     OdDbDatabase* db = ca::curDb();
     if (!db) {
@@ -43,10 +61,8 @@ void runProfileOffset() {
         return;
     }
     try {
-        vl_db::DocumentLibraries* libs = vl_db::docLibs(db);
-        QcSmartPtr<vantlib::Profile> profile = findByFullName(libs->primary(false), name);
-        if (!profile)
-            profile = findByFullName(libs->secondary(), name);
+        vl_db::EDbType library = vl_db::kDbNone;
+        const QcSmartPtr<vantlib::Profile> profile = findProfileByName(vl_db::docLibs(db), name, library);
         if (!profile) {
             ca::prompt(wxString::Format(_("There is no profile named \"%s\"."), name));
             return;

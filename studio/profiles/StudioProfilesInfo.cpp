@@ -148,6 +148,9 @@ CustomProfileInfo StudioProfilesInfo::getProfileFromGeometricSel(OdDb::UnitsValu
                              : oddbGetUnitsConversion(drawingUnit, unit);
     result.profile = vantlib::CustomProfile::create(QcSmartPtr<vantlib::ProfileName>(), OdString());
     result.profile->set_geometry(outlines::profileGeometry(result.entities, scale));
+    const section::Extents extents = section::loopExtents(result.profile->geometry().outer);
+    result.width = extents.width();
+    result.height = extents.height();
     return result;
 }
 

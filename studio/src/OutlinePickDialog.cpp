@@ -165,7 +165,10 @@ OutlinePickDialog::OutlinePickDialog(wxWindow* parent, OdDbDatabase& db)
     auto* extents = new wxButton(this, wxID_ANY, _("Zoom to extents"));
     extents->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { m_canvas->zoomToExtents(); });
     row->Add(extents, 0, wxRIGHT, FromDIP(6));
-    row->Add(new wxButton(this, wxID_CANCEL, _("Cancel")), 0);
+    // Not the stock button: the toolkit would label it in its own language, not the studio's.
+    auto* cancel = new wxButton(this, wxID_ANY, _("Cancel"));
+    cancel->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { EndModal(wxID_CANCEL); });
+    row->Add(cancel, 0);
     column->Add(row, 0, wxEXPAND | wxLEFT | wxRIGHT | wxBOTTOM, gap);
     SetSizerAndFit(column);
     SetMinSize(FromDIP(wxSize(420, 320)));
