@@ -10,7 +10,11 @@
 
 #include <section/SectionGeometry.h>
 
+#include <wx/msgdlg.h>
+#include <wx/testing.h>
+
 #include "DialogDriving.h"
+#include "MessageBoxes.h"
 #include "ProfilesFixture.h"
 #include "StudioProfilesInfo.h"
 
@@ -41,6 +45,36 @@ bool shaded(const wxImage& image, int x, int y) {
 }
 bool white(const wxImage& image, int x, int y) {
     return image.GetRed(x, y) > 245 && image.GetGreen(x, y) > 245 && image.GetBlue(x, y) > 245;
+}
+
+// Answers the profiles dialog of selectProfiles as the user's button would end it, after
+// looking at the dialog.
+class ExpectProfiles : public wxExpectModalBase<DlgProfiles, ExpectProfiles> {
+public:
+    explicit ExpectProfiles(int answer, std::function<void(DlgProfiles&)> inspect = {})
+        : m_answer(answer), m_inspect(std::move(inspect)) {}
+
+protected:
+    int OnInvoked(DlgProfiles* dialog) const override {
+        if (m_inspect)
+            m_inspect(*dialog);
+        return m_answer;
+    }
+
+private:
+    int m_answer;
+    std::function<void(DlgProfiles&)> m_inspect;
+};
+
+// The modal result of the pick button.
+constexpr int kPick = 1;
+
+OdDbObjectId addRectangle(OdDbDatabase& db, double width, double height, bool closed) {
+    OdDbPolylinePtr outline = OdDbPolyline::createObject();
+    for (const auto& [x, y] : {std::pair{0.0, 0.0}, {width, 0.0}, {width, height}, {0.0, height}})
+        outline->addVertexAt(outline->numVerts(), OdGePoint2d(x, y));
+    outline->setClosed(closed);
+    return db.addEntity(outline);
 }
 
 class CustomProfilesTest : public ProfilesFixture {
@@ -144,12 +178,31 @@ TEST_F(CustomProfilesTest, WithoutTheHostsServicesTheToolsChangeNothing) {
     EXPECT_TRUE(dialog->preview().IsOk()) << "the outline is drawn from the profile itself";
 }
 
+TEST_F(CustomProfilesTest, ThePickButtonComesBackWithThePickedOutlineOrTheReasonItWasRefused) {
+    const OdDbObjectId open = addRectangle(*db, 300, 120, false);
+    const OdDbObjectId plate = addRectangle(*db, 300, 120, true);
+    std::vector<OdDbObjectId> answer{open};
+    host.setOutlinePicker([&] { return answer; });
+    DlgProfiles::CustomProfileInfo picked;
+    QcSmartPtr<vantlib::Profile> chosen;
+    wxString refusal;
+    DlgProfiles::EButton result = DlgProfiles::kButtonOk;
+    wxTEST_DIALOG(result = DlgProfiles::selectProfiles(0, libs, chosen, &picked, &host, vl_db::kDbNone, vl_db::kModePicker),
+                  ExpectProfiles(kPick), vl_test::CaptureMessage(refusal),
+                  ExpectProfiles(kPick, [&](DlgProfiles&) { answer = {plate}; }),
+                  ExpectProfiles(wxID_CANCEL, [&](DlgProfiles& shown) {
+                      ASSERT_TRUE(picked.profile);
+                      EXPECT_EQ(shown.customProfile(), picked.profile);
+                      EXPECT_TRUE(shown.preview().IsOk());
+                  }));
+    EXPECT_NE(refusal.find("open"), wxString::npos) << refusal;
+    EXPECT_EQ(result, DlgProfiles::kButtonCancel);
+    EXPECT_DOUBLE_EQ(picked.width, 300.0);
+    EXPECT_EQ(picked.unit, OdDb::kUnitsMillimeters);
+}
+
 TEST_F(CustomProfilesTest, AProfilePickedInTheDrawingIsShownAndTurnedWithItsExtents) {
-    OdDbPolylinePtr plate = OdDbPolyline::createObject();
-    for (const auto& [x, y] : {std::pair{0.0, 0.0}, {300.0, 0.0}, {300.0, 120.0}, {0.0, 120.0}})
-        plate->addVertexAt(plate->numVerts(), OdGePoint2d(x, y));
-    plate->setClosed(true);
-    const OdDbObjectId plateId = db->addEntity(plate);
+    const OdDbObjectId plateId = addRectangle(*db, 300, 120, true);
     host.setOutlinePicker([plateId] { return std::vector<OdDbObjectId>{plateId}; });
 
     DlgProfiles::CustomProfileInfo picked = host.getProfileFromGeometricSel(OdDb::kUnitsCentimeters);
