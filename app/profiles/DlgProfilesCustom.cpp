@@ -102,6 +102,10 @@ void DlgProfiles::customModeRightPanels() {
     m_showingPicked = true;
     showShapePanel(vantlib::kCustomProfile);
     FindWindow(XRCID("TBAR_CUSTOM_PROFILE"))->Show();
+    // The picked outline is no profile of a library yet: it has a shape but no name.
+    for (const char* field : {"ID_TYPE_TXTCTRL", "ID_SET_STANDARD", "ID_SET_NAME", "ID_SIZE_VALUE"})
+        if (auto* text = dynamic_cast<wxTextCtrl*>(FindWindow(XRCID(field))))
+            text->ChangeValue(wxString());
     if (auto* shape = dynamic_cast<wxTextCtrl*>(FindWindow(XRCID("ID_SHAPE_TXTCTRL"))))
         shape->ChangeValue(shapeLabel(vantlib::kCustomProfile, false));
     updateCustomPreview(OdArray<OdSmartPtr<OdDbEntity>>(), m_customInfo->profile);
