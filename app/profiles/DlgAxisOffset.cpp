@@ -12,6 +12,7 @@
 #include <OdEdSettingsManager.h>
 #include <OdStringWx.h>
 
+#include <vl_db/DocumentLibraries.h>
 #include <vl_db/Profiles.h>
 
 #include "app/common/Distances.h"
@@ -189,7 +190,10 @@ void DlgAxisOffset::onApply(wxCommandEvent&) {
 bool DlgAxisOffset::applyOffset(const vantlib::Vector2d& offset) {
     OdArray<OdDbObjectId> entities;
     int answer = wxg::DlgQuestion::kFirstAnswer;
-    if (m_behavior->GetSelection() == kKeepAxis && m_host && m_db && m_profile->id() != 0) {
+    // The host finds the elements that use a profile of the project library by its id; a
+    // profile of the central library has no elements that way to ask about.
+    const bool inProject = m_db && m_profile->library() && m_profile->library() == vl_db::docLibs(m_db)->primary(false);
+    if (m_behavior->GetSelection() == kKeepAxis && m_host && inProject && m_profile->id() != 0) {
         m_host->findProfileId(*m_db, m_profile->id(), entities);
         if (!entities.isEmpty()) {
             wxg::DlgUpdateProfile question(this, toWx(vl_db::fullProfileName(*m_profile)), entities.size());

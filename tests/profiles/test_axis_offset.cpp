@@ -200,13 +200,31 @@ TEST_F(AxisOffsetTest, TheBehaviourIsWrittenAtOnceEvenWhenCancelled) {
 
 TEST_F(AxisOffsetTest, KeepingTheAxisAsksAboutTheElementsThatUseTheProfile) {
     OdEdSettingsManager::instance().setShort(vl_app::kOffsetBehaviorSetting, vl_app::kKeepAxis);
-    // Without elements nothing is asked (an unexpected question would fail the test).
+    // A question where none belongs fails the test instead of waiting for an answer.
+    const auto noQuestion = wxExpectModal<wxg::DlgQuestion>(5302, false, [](wxg::DlgQuestion&) {
+                                ADD_FAILURE() << "the update question was asked";
+                            }).Optional();
+    // Without elements nothing is asked.
     openOffset(rectangle);
     vl_test::runModal(*offsetDialog, [&] {
         choosePoint("RADIOBTN_TOP_MIDDLE");
-        vl_test::press(*offsetDialog, XRCID("BTN_APPLY"));
+        wxTEST_DIALOG(vl_test::press(*offsetDialog, XRCID("BTN_APPLY")), noQuestion);
     });
     EXPECT_EQ(stored()->offset(), vantlib::Vector2d(0, 25));
+
+    // Elements use a project profile of the same id as a central one: the central profile's
+    // change concerns none of them.
+    const auto foreign = profile(central, L"EN", L"FL", L"80x50", vantlib::kRectangleProfile, {});
+    OdDbEntityPtr bar = OdDbEntity::createObject();
+    bar->addLibraryReference({vantlib::kConstructionProfile, 0, L"FL 80x50", foreign->id()});
+    db->addEntity(bar);
+    openOffset(foreign);
+    vl_test::runModal(*offsetDialog, [&] {
+        choosePoint("RADIOBTN_TOP_MIDDLE");
+        wxTEST_DIALOG(vl_test::press(*offsetDialog, XRCID("BTN_APPLY")), noQuestion);
+    });
+    EXPECT_TRUE(central->get<vantlib::Profile>(foreign->id())->has_offset());
+    db->removeEntity(bar->objectId());
 
     useInDrawing(rectangle);
     openOffset(stored());
@@ -240,7 +258,7 @@ TEST_F(AxisOffsetTest, KeepingTheAxisAsksAboutTheElementsThatUseTheProfile) {
     vl_test::runModal(*offsetDialog, [&] {
         chooseBehavior(vl_app::kKeepSolid);
         choosePoint("RADIOBTN_CENTER");
-        vl_test::press(*offsetDialog, XRCID("BTN_APPLY"));
+        wxTEST_DIALOG(vl_test::press(*offsetDialog, XRCID("BTN_APPLY")), noQuestion);
     });
     EXPECT_EQ(stored()->offset(), vantlib::Vector2d(0, 0));
     EXPECT_TRUE(stored()->has_offset());
