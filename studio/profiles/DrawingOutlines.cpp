@@ -97,6 +97,11 @@ void Bounds::add(const OdGePoint2d& point) {
     max.y = std::max(max.y, point.y);
 }
 
+bool Bounds::contains(const Bounds& other) const {
+    return !empty && !other.empty && other.min.x >= min.x && other.min.y >= min.y && other.max.x <= max.x &&
+           other.max.y <= max.y;
+}
+
 DrawnOutline drawnOutline(const OdSmartPtr<OdDbEntity>& entity) {
     DrawnOutline result;
     if (OdSmartPtr<OdDbCircle> circle = OdDbCircle::cast(entity.get())) {
@@ -134,6 +139,8 @@ DrawnOutline drawnOutline(const OdSmartPtr<OdDbEntity>& entity) {
         result.loop.clear();
         result.area = 0.0;
     }
+    for (const OdGePoint2d& p : result.points)
+        result.bounds.add(p);
     return result;
 }
 
@@ -150,8 +157,10 @@ std::vector<DrawnOutline> drawnOutlines(OdDbDatabase& db) {
 Bounds boundsOf(const std::vector<DrawnOutline>& outlines) {
     Bounds bounds;
     for (const DrawnOutline& outline : outlines)
-        for (const OdGePoint2d& p : outline.points)
-            bounds.add(p);
+        if (!outline.bounds.empty) {
+            bounds.add(outline.bounds.min);
+            bounds.add(outline.bounds.max);
+        }
     return bounds;
 }
 
@@ -159,6 +168,10 @@ int outlineAt(const std::vector<DrawnOutline>& outlines, const OdGePoint2d& poin
     int nearest = -1;
     double nearestDistance = tolerance;
     for (size_t i = 0; i < outlines.size(); ++i) {
+        const Bounds& b = outlines[i].bounds;
+        if (b.empty || point.x < b.min.x - tolerance || point.x > b.max.x + tolerance || point.y < b.min.y - tolerance ||
+            point.y > b.max.y + tolerance)
+            continue;
         const std::vector<OdGePoint2d>& p = outlines[i].points;
         const size_t pieces = outlines[i].closed ? p.size() : p.size() - 1;
         for (size_t k = 0; k < pieces && p.size() > 1; ++k) {
@@ -174,6 +187,8 @@ int outlineAt(const std::vector<DrawnOutline>& outlines, const OdGePoint2d& poin
     double smallest = std::numeric_limits<double>::infinity();
     for (size_t i = 0; i < outlines.size(); ++i)
         if (outlines[i].fault == OutlineFault::kNone && outlines[i].area < smallest &&
+            point.x >= outlines[i].bounds.min.x && point.x <= outlines[i].bounds.max.x &&
+            point.y >= outlines[i].bounds.min.y && point.y <= outlines[i].bounds.max.y &&
             encloses(outlines[i].points, point)) {
             smallest = outlines[i].area;
             nearest = static_cast<int>(i);
@@ -182,7 +197,8 @@ int outlineAt(const std::vector<DrawnOutline>& outlines, const OdGePoint2d& poin
 }
 
 bool liesInside(const DrawnOutline& inner, const DrawnOutline& outer) {
-    if (&inner == &outer || outer.fault != OutlineFault::kNone || inner.points.empty() || inner.area >= outer.area)
+    if (&inner == &outer || outer.fault != OutlineFault::kNone || inner.points.empty() || inner.area >= outer.area ||
+        !outer.bounds.contains(inner.bounds))
         return false;
     for (const OdGePoint2d& p : inner.points)
         if (!encloses(outer.points, p))

@@ -17,6 +17,14 @@ namespace outlines {
 // Why an outline cannot bound a section.
 enum class OutlineFault { kNone, kOpen, kCrossesItself, kEnclosesNothing };
 
+struct Bounds {
+    OdGePoint2d min;
+    OdGePoint2d max;
+    bool empty = true;
+    void add(const OdGePoint2d& point);
+    bool contains(const Bounds& other) const;
+};
+
 struct DrawnOutline {
     OdSmartPtr<OdDbEntity> entity;
     // The outline as straight pieces; a closed one does not repeat its first point.
@@ -26,13 +34,7 @@ struct DrawnOutline {
     vantlib::ProfileLoop loop;
     double area = 0.0;  // enclosed area; 0 with a fault
     OutlineFault fault = OutlineFault::kNone;
-};
-
-struct Bounds {
-    OdGePoint2d min;
-    OdGePoint2d max;
-    bool empty = true;
-    void add(const OdGePoint2d& point);
+    Bounds bounds;  // of the points
 };
 
 // The outline of a polyline or circle; null entity for any other entity.
