@@ -22,6 +22,17 @@ const wxColour kLineColour(40, 40, 40);
 const wxColour kUnusableColour(160, 160, 160);
 const wxColour kHoverColour(0, 110, 220);
 const wxColour kHoverFill(0, 110, 220, 40);
+
+// Why an outline cannot be picked.
+wxString faultText(outlines::OutlineFault fault) {
+    switch (fault) {
+    case outlines::OutlineFault::kOpen: return _("This polyline is open: only a closed outline bounds a section.");
+    case outlines::OutlineFault::kCrossesItself: return _("This outline crosses itself and bounds no section.");
+    case outlines::OutlineFault::kEnclosesNothing: return _("This outline encloses no area.");
+    case outlines::OutlineFault::kNone: break;
+    }
+    return wxString();
+}
 }  // namespace
 
 // Draws the outlines scaled to the window, the one under the pointer and its holes highlighted.
@@ -73,6 +84,8 @@ private:
             return;
         m_hover = index;
         m_hoverHoles = outlines::holesOf(m_owner->m_outlines, index);
+        // Said before the click: why the outline under the pointer would be refused.
+        m_owner->m_status->SetLabel(index >= 0 ? faultText(m_owner->m_outlines[index].fault) : wxString());
         Refresh();
     }
 
@@ -191,17 +204,9 @@ void OutlinePickDialog::pickAt(const OdGePoint2d& point, double tolerance) {
         m_status->SetLabel(_("There is no outline there."));
         return;
     }
-    switch (m_outlines[index].fault) {
-    case outlines::OutlineFault::kOpen:
-        m_status->SetLabel(_("This polyline is open: only a closed outline bounds a section."));
+    if (m_outlines[index].fault != outlines::OutlineFault::kNone) {
+        m_status->SetLabel(faultText(m_outlines[index].fault));
         return;
-    case outlines::OutlineFault::kCrossesItself:
-        m_status->SetLabel(_("This outline crosses itself and bounds no section."));
-        return;
-    case outlines::OutlineFault::kEnclosesNothing:
-        m_status->SetLabel(_("This outline encloses no area."));
-        return;
-    case outlines::OutlineFault::kNone: break;
     }
     m_picked = {m_outlines[index].entity->objectId()};
     for (int hole : outlines::holesOf(m_outlines, index))
