@@ -55,6 +55,8 @@ public:
             m_owner->pickAt(toDrawing(event.GetPosition()), kPickPixels / m_scale);
         });
         Bind(wxEVT_MOUSEWHEEL, &OutlineCanvas::onWheel, this);
+        Bind(wxEVT_MIDDLE_DOWN, [this](wxMouseEvent& event) { m_dragFrom = event.GetPosition(); });
+        Bind(wxEVT_RIGHT_DOWN, [this](wxMouseEvent& event) { m_dragFrom = event.GetPosition(); });
     }
 
     // The whole drawing fills the view with a margin.
@@ -90,6 +92,15 @@ private:
     }
 
     void onMotion(wxMouseEvent& event) {
+        // Dragging with the middle or right button moves the drawing in the view.
+        if ((event.MiddleIsDown() || event.RightIsDown()) && m_dragFrom != wxDefaultPosition) {
+            m_centre.x -= (event.GetPosition().x - m_dragFrom.x) / m_scale;
+            m_centre.y += (event.GetPosition().y - m_dragFrom.y) / m_scale;
+            m_dragFrom = event.GetPosition();
+            Refresh();
+            return;
+        }
+        m_dragFrom = event.MiddleIsDown() || event.RightIsDown() ? event.GetPosition() : wxDefaultPosition;
         setHover(outlines::outlineAt(m_owner->m_outlines, toDrawing(event.GetPosition()), kPickPixels / m_scale));
     }
 
@@ -157,6 +168,7 @@ private:
     OdGePoint2d m_centre;
     int m_hover = -1;
     std::vector<int> m_hoverHoles;
+    wxPoint m_dragFrom = wxDefaultPosition;
 };
 
 OutlinePickDialog::OutlinePickDialog(wxWindow* parent, OdDbDatabase& db)
@@ -169,6 +181,7 @@ OutlinePickDialog::OutlinePickDialog(wxWindow* parent, OdDbDatabase& db)
                                  _("Click a closed outline. The outlines inside it become its holes.")),
                 0, wxEXPAND | wxLEFT | wxRIGHT | wxTOP, gap);
     m_canvas = new OutlineCanvas(this);
+    m_canvas->SetToolTip(_("The wheel zooms; dragging with the middle or right button moves the drawing."));
     column->Add(m_canvas, 1, wxEXPAND | wxALL, gap);
     auto* row = new wxBoxSizer(wxHORIZONTAL);
     m_status = new wxStaticText(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
