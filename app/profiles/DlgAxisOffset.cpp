@@ -95,12 +95,8 @@ void DlgAxisOffset::initBehaviorChoice() {
     m_behavior->Clear();
     m_behavior->Append(_("Keep Axis"));
     m_behavior->Append(_("Keep Solid"));
-    int index = kKeepAxis;
-    try {
-        index = OdEdSettingsManager::instance().getShort(kOffsetBehaviorSetting, kKeepAxis);
-    } catch (const OdError&) {
-        index = kKeepAxis;  // an unreadable setting leaves the first entry
-    }
+    // A setting that is missing, no number or out of range leaves the first entry.
+    const int index = OdEdSettingsManager::instance().getShort(kOffsetBehaviorSetting, kKeepAxis);
     m_behavior->SetSelection(index == kKeepSolid ? kKeepSolid : kKeepAxis);
 }
 
