@@ -72,6 +72,7 @@ DlgProfiles::DlgProfiles(wxWindow* parent, vl_db::DocumentLibraries* libs, vl_db
         throw OdError(eKeyNotFound, OdString(L"The dialog layout \"DlgProfiles\" is not loaded."));
     SetMinSize(large ? wxSize(2000, 1200) : wxSize(1000, 600));
     createPropertyGrid();
+    initCustomProfileTools();
     FindWindow(XRCID("PANEL_PREVIEW"))->Bind(wxEVT_PAINT, &DlgProfiles::onPaintPreview, this);
     bindEditHandlers();
     if (m_libs)
@@ -230,8 +231,9 @@ void DlgProfiles::onUpdateUI(wxUpdateUIEvent& event) {
         event.Enable(m_host && m_libs && m_libs->database());
     } else if (id == XRCID("PICK_PROFILE_BUTTON")) {
         event.Enable(m_host && m_customInfo);
+    } else if (id == XRCID("BTN_OFFSET")) {
+        event.Enable(canSetOffset());
     } else if (!updateEditUI(event)) {
-        // Offsetting profiles is not offered by this dialog yet.
         event.Enable(false);
     }
 }
@@ -319,10 +321,16 @@ DlgProfiles::EButton DlgProfiles::runModal(DlgProfiles& dialog, QcSmartPtr<vantl
         const int answer = dialog.ShowModal();
         if (answer == kResultPick && dialog.m_host && dialog.m_customInfo) {
             const auto library = dialog.getLib(dialog.currentDb());
-            *dialog.m_customInfo =
-                dialog.m_host->getProfileFromGeometricSel(library ? library->unit() : OdDb::kUnitsMillimeters);
-            QcSmartPtr<vantlib::Profile> picked;
-            dialog.displayPredefinedFromCustom(picked);
+            try {
+                *dialog.m_customInfo =
+                    dialog.m_host->getProfileFromGeometricSel(library ? library->unit() : OdDb::kUnitsMillimeters);
+                // The picked outline becomes a new profile to name, with its preview and tools.
+                QcSmartPtr<vantlib::Profile> picked;
+                dialog.displayPredefinedFromCustom(picked);
+                dialog.customModeRightPanels();
+            } catch (const std::exception& error) {
+                showError(&dialog, error);
+            }
             continue;
         }
         if (answer == kButtonUnselect)

@@ -120,6 +120,23 @@ public:
     void initializeProfile(QcSmartPtr<vantlib::CustomProfile> profile, CustomProfileInfo* info);
     const std::shared_ptr<DlgSaveProfile>& getProfileSaveDlg() const { return m_saveDlg; }
     const std::shared_ptr<wxg::DlgUpdateProfile>& getProfileUpdateDlg() const { return m_updateDlg; }
+    // ---- custom profiles (DlgProfilesCustom.cpp)
+    // A picture of the outline entities with their holes, scaled to fit `width` × `height`
+    // with `margin` pixels free and then by `zoom`; `fill` shades the section's area.
+    static wxBitmap getCustomProfilePreview(const OdArray<OdSmartPtr<OdDbEntity>>& entities, unsigned long width,
+                                            unsigned long height, int margin, int penWidth, double zoom, bool fill);
+    // Shows the outline in the preview: the entities, or the profile's own loops without any.
+    void updateCustomPreview(const OdArray<OdSmartPtr<OdDbEntity>>& entities,
+                             const QcSmartPtr<vantlib::CustomProfile>& profile);
+    // Turns (a quarter, to the left or right) or mirrors the custom profile through the host;
+    // without a host or a drawing nothing changes.
+    void turnCustomProfile(bool left);
+    void mirrorCustomProfile(bool horizontal);
+    // Shows the profile picked in the drawing (the caller's custom info) on the right side.
+    void customModeRightPanels();
+    // The custom profile the tools act on: the one picked in the drawing, else the selected one.
+    QcSmartPtr<vantlib::CustomProfile> customProfile() const;
+    const wxBitmap& preview() const { return m_preview; }
 
 private:
     // ---- start-up, selection, modes (DlgProfiles.cpp)
@@ -202,6 +219,16 @@ private:
     void selectSaved(const QcSmartPtr<vantlib::Profile>& profile, vl_db::EDbType type);
     wxString getLastUsedProfileType() const;
     void copyGridAttributes(vantlib::Profile& profile) const;
+    // ---- custom profiles and the axis offset (DlgProfilesCustom.cpp)
+    void initCustomProfileTools();
+    void onOffset(wxCommandEvent& event);
+    bool canSetOffset() const;
+    // The custom tools and outline for the selected profile (hidden for other shapes).
+    void updateCustomPanels();
+    void onLeftTurn(wxCommandEvent& event);
+    void onRightTurn(wxCommandEvent& event);
+    void onHorizontalMirror(wxCommandEvent& event);
+    void onVerticalMirror(wxCommandEvent& event);
 
     // ---- what the lists ask of the dialog
     std::vector<ObjectRow> queryRows(const std::shared_ptr<vantlib::Library>& library) override;
@@ -249,6 +276,8 @@ private:
     // Set while the dialog fills its own filter choices, so their events change nothing.
     bool m_updating = false;
     bool m_initialised = false;
+    // The right side shows the profile picked in the drawing rather than the selection.
+    bool m_showingPicked = false;
 
     // Creating and editing (DlgProfilesEdit.cpp).
     bool m_creating = false;

@@ -159,6 +159,7 @@ void DlgProfiles::updateProfileDlg() {
     displayMeasureUnit();
     showPropChoiceFields(isEditableProfile(m_selected));
     updateProfileProps();
+    updateCustomPanels();
     FindWindow(XRCID("PANEL_PROPS"))->Layout();
     Layout();
 }

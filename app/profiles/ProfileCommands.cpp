@@ -13,6 +13,7 @@
 #include "app/common/ErrorMessages.h"
 #include "app/ModuleCommands.h"
 #include "app/profiles/DlgProfiles.h"
+#include "app/profiles/NamedProfile.h"
 
 namespace vl_app {
 
@@ -29,9 +30,19 @@ void runProfiles(vl_db::EMode mode, bool startNew = false) {
         // The host's profile services, when it offers them; the dialog works without.
         auto* host = static_cast<ProfilesInfo*>(ca::CaApp::instance()->service(kProfilesInfoService));
         DlgProfiles::CustomProfileInfo picked;
+        // A profile named after the command ("profiles IPE 200") is selected at the start.
+        vl_db::EDbType library = vl_db::kDbNone;
+        const wxString named = startNew ? wxString() : ca::CaApp::instance()->commandArgument();
+        const QcSmartPtr<vantlib::Profile> preselected =
+            named.empty() ? QcSmartPtr<vantlib::Profile>() : findProfileByName(vl_db::docLibs(db), named, library);
+        if (!named.empty() && !preselected) {
+            ca::prompt(wxString::Format(_("There is no profile named \"%s\"."), named));
+            return;
+        }
         const DlgProfiles::EButton answer =
             startNew ? DlgProfiles::createProfile(vl_db::docLibs(db), chosen, &picked, host)
-                     : DlgProfiles::selectProfiles(0, vl_db::docLibs(db), chosen, &picked, host, vl_db::kDbNone, mode);
+                     : DlgProfiles::selectProfiles(preselected ? preselected->id() : 0, vl_db::docLibs(db), chosen,
+                                                   &picked, host, library, mode);
         if (mode != vl_db::kModePicker && mode != vl_db::kModeProfilePicker)
             return;
         if (answer == DlgProfiles::kButtonOk && chosen)

@@ -26,6 +26,9 @@ struct CustomProfileInfo {
     OdArray<OdSmartPtr<OdDbEntity>> entities;
     QcSmartPtr<vantlib::CustomProfile> profile;
     OdDb::UnitsValue unit = OdDb::kUnitsUndefined;
+    // Extents of the profile's section in `unit`; turning the profile swaps them.
+    double width = 0.0;
+    double height = 0.0;
 };
 
 // The name under which a host offers its ProfilesInfo to modules (ca::CaApp::service).

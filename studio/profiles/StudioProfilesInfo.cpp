@@ -6,6 +6,8 @@
 #include <cwctype>
 
 #include <OdEdSettingsManager.h>
+
+#include "DrawingOutlines.h"
 #include <section/SectionGeometry.h>
 #include <vantlib/Exception.h>
 #include <vl_db/DocumentLibraries.h>
@@ -135,16 +137,47 @@ double StudioProfilesInfo::getProfileGrossArea(OdDbDatabase&, const vantlib::Pro
     return sectionOf(profile, p) ? p.grossArea : 0.0;
 }
 
+CustomProfileInfo StudioProfilesInfo::getProfileFromGeometricSel(OdDb::UnitsValue unit) {
+    CustomProfileInfo result;
+    const std::vector<OdDbObjectId> picked = m_pickOutline ? m_pickOutline() : std::vector<OdDbObjectId>();
+    if (picked.empty())
+        return result;
+    for (const OdDbObjectId& id : picked)
+        result.entities.append(OdDbEntity::cast(id.safeOpenObject().get()));
+    OdDbDatabase* db = picked.front().database();
+    const OdDb::UnitsValue drawingUnit = db ? db->getINSUNITS() : OdDb::kUnitsUndefined;
+    result.unit = unit == OdDb::kUnitsUndefined ? drawingUnit : unit;
+    const double scale = drawingUnit == OdDb::kUnitsUndefined || unit == OdDb::kUnitsUndefined
+                             ? 1.0
+                             : oddbGetUnitsConversion(drawingUnit, unit);
+    result.profile = vantlib::CustomProfile::create(QcSmartPtr<vantlib::ProfileName>(), OdString());
+    result.profile->set_geometry(outlines::profileGeometry(result.entities, scale));
+    const section::Extents extents = section::loopExtents(result.profile->geometry().outer);
+    result.width = extents.width();
+    result.height = extents.height();
+    return result;
+}
+
+QcSmartPtr<vantlib::Profile> StudioProfilesInfo::getVantlibProfileFromGeometricSel(OdDb::UnitsValue unit) {
+    return QcSmartPtr<vantlib::Profile>(getProfileFromGeometricSel(unit).profile.get());
+}
+
+OdArray<OdSmartPtr<OdDbEntity>> StudioProfilesInfo::getProfileEntityArr(OdDbDatabase&, const vantlib::Profile& profile) {
+    if (!section::isValidSection(profile))
+        return OdArray<OdSmartPtr<OdDbEntity>>();
+    return outlines::outlineEntities(section::outline(profile));
+}
+
 OdArray<OdSmartPtr<OdDbEntity>> StudioProfilesInfo::getRotatedProfileEntityArr(OdDbDatabase&, vantlib::CustomProfile& profile,
                                                                                bool left) {
     profile.set_geometry(section::turned(profile.geometry(), left));
-    return OdArray<OdSmartPtr<OdDbEntity>>();
+    return outlines::outlineEntities(profile.geometry());
 }
 
 OdArray<OdSmartPtr<OdDbEntity>> StudioProfilesInfo::getMirroredProfileEntityArr(OdDbDatabase&, vantlib::CustomProfile& profile,
                                                                                 bool horizontal) {
     profile.set_geometry(section::mirrored(profile.geometry(), horizontal));
-    return OdArray<OdSmartPtr<OdDbEntity>>();
+    return outlines::outlineEntities(profile.geometry());
 }
 
 bool StudioProfilesInfo::findInDB(OdDbDatabase& db, const vantlib::Profile& profile, OdDb::UnitsValue unit,

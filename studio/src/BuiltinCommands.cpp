@@ -8,6 +8,7 @@
 #include "MainFrame.h"
 #include "OaApp.h"
 #include "OdStringWx.h"
+#include "OutlinePickDialog.h"
 #include "PreferencesDialog.h"
 #include "Prompt.h"
 
@@ -42,6 +43,20 @@ void registerBuiltinCommands(oa::OaApp& app, DrawingSession& session, MainFrame*
     app.addCommand("hatch-patterns", _("Hatch patterns"), [&frame] {
         wxg::DlgHatchPatternGallery gallery(frame);
         gallery.ShowModal();
+    });
+    // The view in which the profiles editor lets the user pick an outline for a custom profile.
+    app.addCommand("pick-outline", wxString(), [&session, &frame] {
+        if (!session.database()) {
+            ca::prompt(_("No drawing is open."));
+            return;
+        }
+        const std::vector<OdDbObjectId> picked = pickOutline(frame, *session.database());
+        if (picked.empty())
+            ca::prompt(_("No outline was picked."));
+        else
+            ca::prompt(wxString::Format(wxPLURAL("An outline with %u hole was picked.", "An outline with %u holes was picked.",
+                                                 unsigned(picked.size() - 1)),
+                                        unsigned(picked.size() - 1)));
     });
     app.addCommand("commands", wxString(), [&app] {
         for (const ca::Command& command : app.commands())

@@ -19,7 +19,7 @@ bool StudioApp::OnInit() {
     delete wxLog::SetActiveTarget(nullptr);
     m_host = std::make_unique<StudioHost>(m_options);
     const wxString command = wxString::FromUTF8(m_options.command);
-    if (!command.empty() && !m_host->app().findCommand(command)) {
+    if (!command.empty() && !m_host->app().findCommand(command.BeforeFirst(' '))) {
         std::fprintf(stderr, "vlstudio: unknown command \"%s\"; --list-commands shows the commands.\n",
                      m_options.command.c_str());
         s_exitCode = 2;

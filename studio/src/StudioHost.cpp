@@ -12,8 +12,10 @@
 #include "CaPreferences.h"
 #include "DrawingSession.h"
 #include "MainThread.h"
+#include "MainWindow.h"
 #include "OaApp.h"
 #include "OdStringWx.h"
+#include "OutlinePickDialog.h"
 #include "PatternCatalogue.h"
 #include "Prompt.h"
 #include "StudioProfilesInfo.h"
@@ -43,6 +45,10 @@ StudioHost::StudioHost(const StudioOptions& options) {
         ca::preferences().overrideDefaultLibraries(toOd(central.GetFullPath()));
     }
     m_profilesInfo = std::make_unique<StudioProfilesInfo>();
+    m_profilesInfo->setOutlinePicker([this] {
+        OdDbDatabase* db = m_session->database();
+        return db ? pickOutline(wxg::mainWindow(), *db) : std::vector<OdDbObjectId>();
+    });
     m_app->setService(kProfilesInfoService, m_profilesInfo.get());
     loadModules();
 }

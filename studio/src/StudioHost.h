@@ -7,7 +7,7 @@
 #include "StudioOptions.h"
 
 class DrawingSession;
-class ProfilesInfo;
+class StudioProfilesInfo;
 class MainFrame;
 
 namespace oa { class OaApp; }
@@ -32,7 +32,7 @@ private:
     std::unique_ptr<oa::OaApp> m_app;
     std::unique_ptr<DrawingSession> m_session;
     // Section geometry and drawing bookkeeping for the profiles editor.
-    std::unique_ptr<ProfilesInfo> m_profilesInfo;
+    std::unique_ptr<StudioProfilesInfo> m_profilesInfo;
     MainFrame* m_frame = nullptr;
 };
 

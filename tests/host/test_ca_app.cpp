@@ -215,6 +215,22 @@ TEST(CaAppCommands, AddReplaceRemoveAndReject) {
     EXPECT_FALSE(app.runCommand("materials"));
 }
 
+TEST(CaAppCommands, TextAfterTheNameIsTheArgumentOfThatRunOnly) {
+    ca::CaApp app;
+    std::vector<wxString> seen;
+    app.addCommand("inner", "", [&] { seen.push_back(app.commandArgument()); });
+    app.addCommand("outer", "", [&] {
+        seen.push_back(app.commandArgument());
+        app.runCommand("inner");
+        seen.push_back(app.commandArgument());
+    });
+    EXPECT_TRUE(app.runCommand("OUTER  IPE 200 "));
+    EXPECT_TRUE(app.runCommand("inner"));
+    EXPECT_FALSE(app.runCommand("missing IPE 200"));
+    EXPECT_EQ(seen, (std::vector<wxString>{"IPE 200", "", "IPE 200", ""}));
+    EXPECT_TRUE(app.commandArgument().empty());
+}
+
 TEST(CaAppCommands, LibraryInfoComesFromTheInstalledProvider) {
     ca::CaApp app;
     EXPECT_EQ(app.libraryInfo(nullptr), "(no library module)");

@@ -25,6 +25,7 @@
 #include <vl_db/DbPreferencesProvider.h>
 #include <vl_db/DocumentLibraries.h>
 
+#include "DialogDriving.h"
 #include "DrawingWithLibraries.h"
 
 namespace vl_mat_test {
@@ -65,53 +66,14 @@ private:
 
 class DialogFixture : public vl_test::DrawingWithLibraries {
 protected:
-
-    // Shows `dialog` modally and runs `actions` inside its modal loop. The actions end the
-    // dialog; one that is still open afterwards is closed and fails the test.
+    // Dialog driving shared by the test programs (tests/support).
     static int runModal(wxDialog& dialog, const std::function<void()>& actions) {
-        dialog.CallAfter([&dialog, actions] {
-            actions();
-            if (dialog.IsModal()) {
-                ADD_FAILURE() << "the dialog is still open after the scripted actions";
-                dialog.EndModal(wxID_ABORT);
-            }
-        });
-        return dialog.ShowModal();
+        return vl_test::runModal(dialog, actions);
     }
-
-    // Presses a button or a toolbar tool if the user could: false when it is disabled.
-    static bool press(wxDialog& dialog, int id) {
-        dialog.UpdateWindowUI(wxUPDATE_UI_RECURSE);
-        wxWindow* button = dialog.FindWindow(id);
-        if (button && !button->IsThisEnabled())
-            return false;
-        if (!button && !toolEnabled(dialog, id))
-            return false;
-        wxCommandEvent event(button ? wxEVT_BUTTON : wxEVT_TOOL, id);
-        event.SetEventObject(button ? button : &dialog);
-        dialog.ProcessWindowEvent(event);
-        return true;
-    }
-    static bool press(wxDialog& dialog, const char* xrcName) { return press(dialog, XRCID(xrcName)); }
-
-    // Whether a tool of any toolbar of the dialog exists and is enabled (after update-UI).
-    static bool toolEnabled(wxDialog& dialog, int id) {
-        dialog.UpdateWindowUI(wxUPDATE_UI_RECURSE);
-        wxWindowList pending = dialog.GetChildren();
-        while (!pending.empty()) {
-            wxWindow* window = pending.front();
-            pending.pop_front();
-            if (auto* tools = dynamic_cast<wxToolBar*>(window); tools && tools->FindById(id))
-                return tools->GetToolEnabled(id);
-            for (wxWindow* child : window->GetChildren())
-                pending.push_back(child);
-        }
-        return false;
-    }
+    static bool press(wxDialog& dialog, int id) { return vl_test::press(dialog, id); }
+    static bool press(wxDialog& dialog, const char* xrcName) { return vl_test::press(dialog, XRCID(xrcName)); }
+    static bool toolEnabled(wxDialog& dialog, int id) { return vl_test::toolEnabled(dialog, id); }
     static bool toolEnabled(wxDialog& dialog, const char* xrcName) { return toolEnabled(dialog, XRCID(xrcName)); }
-
-
-
 };
 
 }  // namespace vl_mat_test

@@ -184,3 +184,33 @@ TEST(Studio, ModuleCommandsShowTheirDialogsOnTheDemoDrawing) {
         EXPECT_GT(colourCount(dialog), 8u);
     }
 }
+
+// Commands that take a profile's name after theirs, and the view in which outlines are picked.
+TEST(Studio, ProfileOffsetAndOutlinePickingShowTheirWindows) {
+    StudioRunner studio;
+    const std::string demo = studio.file("demo");
+    const std::string vlib = std::string(VL_BIN_DIR) + "/vlib";
+    ASSERT_EQ(std::system((vlib + " demo '" + demo + "' > /dev/null").c_str()), 0);
+    const std::string drawing = demo + "/demo.vldwg";
+    const std::string central = demo + "/central-metric.vlib";
+    const StudioResult main = studio.run({drawing, "--central", central, "--screenshot", studio.file("main.png")});
+    ASSERT_EQ(main.exitCode, 0) << main.err;
+    const wxImage window = loadPicture(studio.file("main.png"));
+    for (const char* command : {"profile-offset IPE 200", "profile-offset Handrail Oak 60", "pick-outline",
+                                "profiles Handrail Oak 60"}) {
+        SCOPED_TRACE(command);
+        const std::string picture = studio.file("shot.png");
+        const StudioResult result = studio.run({drawing, "--central", central, "--command", command, "--screenshot", picture});
+        ASSERT_EQ(result.exitCode, 0) << result.err;
+        const wxImage dialog = loadPicture(picture);
+        ASSERT_TRUE(dialog.IsOk());
+        EXPECT_NE(dialog.GetSize(), window.GetSize()) << "the command's window was captured, not the main window";
+        EXPECT_GT(colourCount(dialog), 8u);
+    }
+    // A name that no library has opens nothing and says so.
+    const StudioResult unknown = studio.run({drawing, "--central", central, "--command", "profile-offset IPE 9999",
+                                             "--screenshot", studio.file("unknown.png")});
+    ASSERT_EQ(unknown.exitCode, 0) << unknown.err;
+    EXPECT_NE((unknown.out + unknown.err).find("IPE 9999"), std::string::npos) << unknown.out << unknown.err;
+    EXPECT_EQ(loadPicture(studio.file("unknown.png")).GetSize(), window.GetSize());
+}

@@ -110,6 +110,7 @@ ProjectProfiles writeDrawing(const PendingFile& file, const vantlib::Library& ce
         }
         made.profiles = addProjectProfiles(project);
         made.elements = addProfileElements(*db, *project, central);
+        addSectionOutlines(*db);
         db->save();
     } catch (...) {
         vl_db::closeDocLibs(db.get());

@@ -24,4 +24,8 @@ size_t addProjectProfiles(const std::shared_ptr<vantlib::Library>& project);
 // Adds elements that use profiles of both libraries; returns their number.
 size_t addProfileElements(OdDbDatabase& database, const vantlib::Library& project, const vantlib::Library& central);
 
+// Draws section outlines (polylines and a circle) on their own layer, from which a user picks
+// custom profiles.
+void addSectionOutlines(OdDbDatabase& db);
+
 }  // namespace vlib::demo

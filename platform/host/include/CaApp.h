@@ -129,8 +129,11 @@ public:
     const std::vector<Command>& commands() const { return m_commands; }
     const Command* findCommand(const wxString& name) const;
     // Runs a command now; false (and a prompt message) when there is no such command. An
-    // exception escaping the command is reported on the command line.
+    // exception escaping the command is reported on the command line. Text after the first
+    // blank ("profile-offset IPE 200") is the command's argument, which it reads through
+    // commandArgument() while it runs.
     bool runCommand(const wxString& name);
+    const wxString& commandArgument() const { return m_commandArgument; }
     // Executes text as if typed: one command per line or blank-separated word; a leading '_' or
     // '.' is ignored. Runs from the event loop when one is up.
     void executeCommandLine(const wxString& text);
@@ -163,6 +166,7 @@ private:
     std::vector<Command> m_commands;
     std::function<void()> m_commandsChanged;
     std::map<std::string, void*> m_services;
+    wxString m_commandArgument;
 };
 
 // The active drawing of the application, null when none is open.

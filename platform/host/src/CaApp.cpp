@@ -341,7 +341,8 @@ const Command* CaApp::findCommand(const wxString& name) const {
     return nullptr;
 }
 
-bool CaApp::runCommand(const wxString& name) {
+bool CaApp::runCommand(const wxString& line) {
+    const wxString name = line.BeforeFirst(' ');
     const Command* command = findCommand(name);
     if (!command) {
         promptf(L"Unknown command \"%ls\".", name.wc_str());
@@ -349,11 +350,15 @@ bool CaApp::runCommand(const wxString& name) {
     }
     // A copy: the command may remove itself or change the list while it runs.
     std::function<void()> action = command->action;
+    // Commands may run commands; each sees its own argument.
+    const wxString outerArgument = m_commandArgument;
+    m_commandArgument = line.AfterFirst(' ').Strip(wxString::both);
     try {
         action();
     } catch (const std::exception& e) {
         promptf(L"Command \"%ls\" failed: %ls", name.wc_str(), wxString::FromUTF8(e.what()).wc_str());
     }
+    m_commandArgument = outerArgument;
     return true;
 }
 

@@ -3,10 +3,12 @@
 #include <map>
 #include <mutex>
 
+#include "OdDbCircle.h"
 #include "OdDbDictionary.h"
 #include "OdDbEntity.h"
 #include "OdDbLayerTable.h"
 #include "OdDbObject.h"
+#include "OdDbPolyline.h"
 #include "OdError.h"
 
 namespace {
@@ -23,7 +25,8 @@ struct BuiltInClassRegistry : ClassRegistry {
     BuiltInClassRegistry() {
         for (const OdRxClass* cls : {OdDbObject::desc(), OdDbProxyObject::desc(), OdDbSymbolTable::desc(),
                                      OdDbSymbolTableRecord::desc(), OdDbLayerTable::desc(),
-                                     OdDbLayerTableRecord::desc(), OdDbDictionary::desc(), OdDbEntity::desc()})
+                                     OdDbLayerTableRecord::desc(), OdDbDictionary::desc(), OdDbEntity::desc(),
+                                     OdDbPolyline::desc(), OdDbCircle::desc()})
             insert(*this, cls);
     }
 };
