@@ -1,5 +1,6 @@
 // Profile queries as the profiles dialog runs them, at 5k and 50k profiles: each single filter
-// and the text search, read and sorted, against the raw SQLite floor of the same rows.
+// and the text search, read and sorted, against the raw SQLite floor of the same rows; then the
+// import of a steel catalogue (CatalogueImport.cpp).
 // Usage: bench_profiles [N ...]   (default 5000 50000)
 #include <sqlite3.h>
 
@@ -14,6 +15,8 @@
 
 #include <vantlib/vantlib.h>
 #include <vl_db/Profiles.h>
+
+#include "CatalogueImport.h"
 
 using namespace vantlib;
 
@@ -229,6 +232,8 @@ int main(int argc, char** argv) {
             std::filesystem::remove(file);
         }
         std::printf(withinTarget ? "Every query is within 3x of its floor.\n" : "Some query is beyond 3x of its floor.\n");
+        const bool importWithin = benchCatalogueImport({10000, 50000});
+        std::printf(importWithin ? "The import is within 3x of its floor.\n" : "The import is beyond 3x of its floor.\n");
     } catch (const std::exception& error) {
         std::fprintf(stderr, "bench_profiles: %s\n", error.what());
         return 1;
