@@ -12,12 +12,14 @@
 #include <OdEdSettingsManager.h>
 #include <OdStringWx.h>
 
+#include <vantlib/Transaction.h>
 #include <vl_db/DocumentLibraries.h>
 #include <vl_db/Profiles.h>
 
 #include "app/common/Distances.h"
 #include "app/common/ErrorMessages.h"
 #include "app/common/Helpers.h"
+#include "app/profiles/ProfileParameters.h"
 #include "app/profiles/ProfilesInfo.h"
 
 namespace vl_app {
@@ -198,12 +200,23 @@ bool DlgAxisOffset::applyOffset(const vantlib::Vector2d& offset) {
                 return false;
         }
     }
-    m_profile->set_offset(offset);
-    if (m_profile->library())
-        m_profile->save();
     // The first answer brings the elements up to date with the new offset; the second keeps
-    // them as they are, so only the library changes.
-    if (!entities.isEmpty() && answer == wxg::DlgQuestion::kFirstAnswer)
+    // them as they are, on a copy of the profile as stored.
+    QcSmartPtr<vantlib::Profile> kept;
+    const auto library = m_profile->library();
+    if (library) {
+        vantlib::Transaction transaction(library);
+        if (!entities.isEmpty() && answer == wxg::DlgQuestion::kSecondAnswer)
+            kept = keepStoredProfileForEntities(library, library->get<vantlib::Profile>(m_profile->id()));
+        m_profile->set_offset(offset);
+        m_profile->save();
+        transaction.commit();
+    } else {
+        m_profile->set_offset(offset);
+    }
+    if (kept)
+        m_host->setProfileId(kept->id(), entities);
+    else if (!entities.isEmpty())
         m_host->applyProfile(m_profile, entities);
     return true;
 }

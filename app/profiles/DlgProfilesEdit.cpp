@@ -336,12 +336,8 @@ bool DlgProfiles::updateSavedProfile() {
     vantlib::Transaction transaction(library);
     QcSmartPtr<vantlib::Profile> kept;
     if (answer == wxg::DlgQuestion::kSecondAnswer) {
-        // "Keep entities": the entities keep the section they have. The old profile stays in
-        // the library as a copy under the next free numbered size ("300-2") and they use it.
-        vantlib::ProfileKey key(original->name() ? original->name()->id() : 0, original->size());
-        QcSmartPtr<vantlib::Profile> copy = original->cloneObject();
-        copy->set_size(toOd(newProfileObjectName(library, toWx(original->size()), key)));
-        kept = library->save(copy);
+        // "Keep entities": the entities keep the section they have.
+        kept = keepStoredProfileForEntities(library, original);
     }
     m_selected = library->save(edited);
     transaction.commit();

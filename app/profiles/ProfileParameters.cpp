@@ -154,4 +154,12 @@ wxString newProfileObjectName(const std::shared_ptr<const vantlib::Library>& lib
     }
 }
 
+QcSmartPtr<vantlib::Profile> keepStoredProfileForEntities(const std::shared_ptr<vantlib::Library>& library,
+                                                          const QcSmartPtr<vantlib::Profile>& stored) {
+    vantlib::ProfileKey key(stored->name() ? stored->name()->id() : 0, stored->size());
+    QcSmartPtr<vantlib::Profile> copy = stored->cloneObject();
+    copy->set_size(toOd(newProfileObjectName(library, toWx(stored->size()), key)));
+    return library->save(copy);
+}
+
 }  // namespace vl_app

@@ -82,4 +82,11 @@ bool identicalProfiles(const vantlib::Profile& a, const vantlib::Profile& b);
 wxString newProfileObjectName(const std::shared_ptr<const vantlib::Library>& library, const wxString& size,
                               vantlib::ProfileKey& key);
 
+// "Keep entities", the second answer to the update question: the profile as stored is saved
+// again under the next free numbered size ("300-2") for the entities to keep; returns the copy.
+// Call it, in the same transaction, before the changed profile is saved; then make the entities
+// use the copy (ProfilesInfo::setProfileId).
+QcSmartPtr<vantlib::Profile> keepStoredProfileForEntities(const std::shared_ptr<vantlib::Library>& library,
+                                                          const QcSmartPtr<vantlib::Profile>& stored);
+
 }  // namespace vl_app

@@ -244,7 +244,17 @@ TEST_F(AxisOffsetTest, KeepingTheAxisAsksAboutTheElementsThatUseTheProfile) {
     });
     EXPECT_EQ(stored()->offset(), vantlib::Vector2d(-40, -25));
     EXPECT_EQ(host.applied, 0u) << "the second answer leaves the elements as they are";
+    // They keep the section as it was, on a copy of the profile under the next numbered size.
+    const auto kept = project->get<vantlib::Profile>(vantlib::ProfileKey(stored()->name()->id(), L"80x50-2"));
+    ASSERT_TRUE(kept);
+    EXPECT_EQ(kept->offset(), vantlib::Vector2d(0, 25));
+    OdArray<OdDbObjectId> onCopy, onChanged;
+    host.findProfileId(*db, kept->id(), onCopy);
+    host.findProfileId(*db, rectangle->id(), onChanged);
+    EXPECT_EQ(onCopy.size(), 1u);
+    EXPECT_TRUE(onChanged.isEmpty());
 
+    useInDrawing(rectangle);
     openOffset(stored());
     vl_test::runModal(*offsetDialog, [&] {
         choosePoint("RADIOBTN_MIDDLE_RIGHT");
