@@ -1,20 +1,11 @@
 #!/usr/bin/env bash
 # Fuzzes the property-set definition reader and writer for SECONDS (default 300): builds the
-# libFuzzer harness with clang in its own folder (FUZZ_BUILD, default build-fuzz), seeds the
+# libFuzzer harness (see fuzz-build.sh), seeds the
 # corpus with the official definition files and a dictionary of their element and type names,
 # and stops at the first crash, at a set that does not read back as it was written, or at an
-# input that takes longer than 10 s. Warnings are not errors there: the gate is the main build.
-set -euo pipefail
-cd "$(dirname "$0")/.."
-seconds=${1:-300}
-dir=${FUZZ_BUILD:-build-fuzz}
-launcher=()
-if command -v ccache >/dev/null; then
-    launcher=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
-fi
-cmake -S . -B "$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
-    -DVL_BUILD_FUZZERS=ON -DVL_BUILD_BENCH=OFF -DVL_WERROR=OFF "${launcher[@]}" >/dev/null
-cmake --build "$dir" --target fuzz_psd_reader -j "${JOBS:-2}"
+# input that takes longer than 10 s.
+source "$(dirname "$0")/fuzz-build.sh"
+build_fuzzer fuzz_psd_reader
 corpus="$dir/psd-corpus"
 mkdir -p "$corpus"
 cp res/psd/IFC4_ADD2_TC1/*.xml "$corpus/"

@@ -1,19 +1,10 @@
 #!/usr/bin/env bash
 # Fuzzes the JSON reading of the property type specifiers for SECONDS (default 300): builds the
-# libFuzzer harness with clang in its own folder (FUZZ_BUILD, default build-fuzz), seeds the
+# libFuzzer harness (see fuzz-build.sh), seeds the
 # corpus with the JSON of each kind and stops at the first crash or at an input that takes
-# longer than 10 s. Warnings are not errors there: the gate is the main build with gcc.
-set -euo pipefail
-cd "$(dirname "$0")/.."
-seconds=${1:-300}
-dir=${FUZZ_BUILD:-build-fuzz}
-launcher=()
-if command -v ccache >/dev/null; then
-    launcher=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
-fi
-cmake -S . -B "$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
-    -DVL_BUILD_FUZZERS=ON -DVL_BUILD_BENCH=OFF -DVL_WERROR=OFF "${launcher[@]}" >/dev/null
-cmake --build "$dir" --target fuzz_type_specifiers -j "${JOBS:-2}"
+# longer than 10 s.
+source "$(dirname "$0")/fuzz-build.sh"
+build_fuzzer fuzz_type_specifiers
 corpus="$dir/specifier-corpus"
 mkdir -p "$corpus"
 printf '{"type":"Enum","values":[1,{"ref":2,"desc":"two"}],"allow_custom_value":false}' >"$corpus/integers.json"
