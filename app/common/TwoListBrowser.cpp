@@ -1,6 +1,7 @@
 #include "app/common/TwoListBrowser.h"
 
 #include <algorithm>
+#include <functional>
 
 #include <wx/dcgraph.h>
 #include <wx/dcmemory.h>
@@ -170,6 +171,21 @@ bool TwoListBrowser::enableListCommand(wxUpdateUIEvent& event, bool valid) const
         return false;
     event.Enable(valid && isEnabled(command));
     return true;
+}
+
+void TwoListBrowser::bindListCommands() {
+    const auto bind = [this](const char* name, std::function<void()> action) {
+        m_dialog->Bind(wxEVT_MENU, [action](wxCommandEvent&) { action(); }, XRCID(name));
+        m_dialog->Bind(wxEVT_UPDATE_UI, [this](wxUpdateUIEvent& event) { enableListCommand(event, m_client.currentValid()); },
+                       XRCID(name));
+    };
+    bind("TOOL_NEW", [this] { m_client.createObject(creationTarget()); });
+    bind("TOOL_NEW_IN_PROJ", [this] { m_client.createObject(vl_db::kDbProject); });
+    bind("TOOL_NEW_IN_LIBR", [this] { m_client.createObject(vl_db::kDbCentral); });
+    bind("TOOL_DUPLICATE", [this] { m_client.duplicateCurrent(creationTarget()); });
+    bind("TOOL_DEL", [this] { removeSelected(); });
+    bind("TOOL_COPY_TO_PROJ", [this] { copyTo(vl_db::kDbProject); });
+    bind("TOOL_COPY_TO_LIBR", [this] { copyTo(vl_db::kDbCentral); });
 }
 
 int TwoListBrowser::imageOf(const ObjectListModel& model, long row) {

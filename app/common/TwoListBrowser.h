@@ -59,6 +59,10 @@ public:
     virtual void rowActivated() {}
     // Objects were copied into a library (by a command or a drop).
     virtual void librariesChanged() {}
+    // New and Duplicate (see TwoListBrowser::bindListCommands): make an object in the library
+    // of `type` and show it.
+    virtual void createObject(vl_db::EDbType /*type*/) {}
+    virtual void duplicateCurrent(vl_db::EDbType /*type*/) {}
 };
 
 struct ListKind {
@@ -105,6 +109,10 @@ public:
     // Enables the event's control when it is one of the list commands (TOOL_NEW, TOOL_DEL, ...):
     // by the rules, and only while the dialog's edits are `valid`. False for other controls.
     bool enableListCommand(wxUpdateUIEvent& event, bool valid) const;
+    // Handles the list commands of the dialog's toolbar and context menus (New, New in either
+    // library, Duplicate, Delete, Copy either way) and their enabling: creation goes to the
+    // client, the rest is done here.
+    void bindListCommands();
 
     // Refills the lists from their libraries; with `keepSelection` the dialog's object stays
     // selected when it is still listed.

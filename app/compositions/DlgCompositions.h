@@ -86,14 +86,6 @@ private:
     void updateFilterTypes();
     void onFilterType(wxCommandEvent& event);
     void onToggleFilter(wxCommandEvent& event);
-    void onNew(wxCommandEvent& event);
-    void onNewInProj(wxCommandEvent& event);
-    void onNewInLibr(wxCommandEvent& event);
-    void onDuplicate(wxCommandEvent& event);
-    void onDelete(wxCommandEvent& event);
-    void onCopyToProject(wxCommandEvent& event);
-    void onCopyToLibrary(wxCommandEvent& event);
-    void createComposition(vl_db::EDbType type);
     void showStoredComposition(vl_db::EDbType type);
     void updateCurrentRow();
 
@@ -108,6 +100,8 @@ private:
     bool currentValid() const override { return m_status == kValid; }
     void saveCurrent() override { saveComposition(); }
     void currentChanged() override;
+    void createObject(vl_db::EDbType type) override;
+    void duplicateCurrent(vl_db::EDbType type) override;
     void rowActivated() override;
     void librariesChanged() override { updateFilterTypes(); }
 

@@ -30,6 +30,7 @@ void DlgCompositions::initLists() {
     kind.thumbnailEdge = 32;
     TwoListClient& client = *this;
     m_browser = std::make_unique<TwoListBrowser>(this, m_libs, client, kind);
+    m_browser->bindListCommands();
     m_browser->setCurrent(m_dbType);
 }
 
@@ -151,13 +152,7 @@ void DlgCompositions::onToggleFilter(wxCommandEvent&) {
     updateComposition();
 }
 
-void DlgCompositions::onNew(wxCommandEvent&) {
-    createComposition(m_browser ? m_browser->creationTarget() : vl_db::kDbProject);
-}
-void DlgCompositions::onNewInProj(wxCommandEvent&) { createComposition(vl_db::kDbProject); }
-void DlgCompositions::onNewInLibr(wxCommandEvent&) { createComposition(vl_db::kDbCentral); }
-
-void DlgCompositions::createComposition(vl_db::EDbType type) {
+void DlgCompositions::createObject(vl_db::EDbType type) {
     const auto library = vl_db::library(m_libs, type, false);
     if (!vl_db::writable(library) || m_status != kValid)
         return;
@@ -190,8 +185,7 @@ void DlgCompositions::createComposition(vl_db::EDbType type) {
     name->SelectAll();
 }
 
-void DlgCompositions::onDuplicate(wxCommandEvent&) {
-    const vl_db::EDbType type = m_browser->creationTarget();
+void DlgCompositions::duplicateCurrent(vl_db::EDbType type) {
     const auto library = vl_db::library(m_libs, type, false);
     if (!vl_db::writable(library) || !m_composition || m_composition->id() == 0 || m_status != kValid)
         return;
@@ -216,8 +210,5 @@ void DlgCompositions::showStoredComposition(vl_db::EDbType type) {
     m_browser->showObject(type, m_composition ? m_composition->id() : 0);
 }
 
-void DlgCompositions::onDelete(wxCommandEvent&) { m_browser->removeSelected(); }
-void DlgCompositions::onCopyToProject(wxCommandEvent&) { m_browser->copyTo(vl_db::kDbProject); }
-void DlgCompositions::onCopyToLibrary(wxCommandEvent&) { m_browser->copyTo(vl_db::kDbCentral); }
 
 }  // namespace vl_app

@@ -96,17 +96,7 @@ private:
     void updateClasses();
     void onFilterClass(wxCommandEvent& event);
     void onToggleFilter(wxCommandEvent& event);
-    void onNew(wxCommandEvent& event);
-    void onNewInProj(wxCommandEvent& event);
-    void onNewInLibr(wxCommandEvent& event);
-    void onDuplicate(wxCommandEvent& event);
-    void onDelete(wxCommandEvent& event);
-    void onCopyToProject(wxCommandEvent& event);
-    void onCopyToLibrary(wxCommandEvent& event);
     void onMakeComp(wxCommandEvent& event);
-    void createMaterial(vl_db::EDbType type);
-    // The library that New and Duplicate work in: the current one, else the project library.
-    vl_db::EDbType creationTarget() const;
 
     // ---- what the lists ask of the dialog (DlgMaterialsLists.cpp)
     std::vector<ObjectRow> queryRows(const std::shared_ptr<vantlib::Library>& library) override;
@@ -122,6 +112,8 @@ private:
     void currentChanged() override;
     void rowActivated() override;
     void librariesChanged() override { updateClasses(); }
+    void createObject(vl_db::EDbType type) override;
+    void duplicateCurrent(vl_db::EDbType type) override;
 
     // ---- identity page (DlgMaterialsIdentity.cpp)
     void onEditText(wxCommandEvent& event);

@@ -36,6 +36,7 @@ void DlgMaterials::initLists() {
     kind.thumbnailEdge = 32;
     TwoListClient& client = *this;
     m_browser = std::make_unique<TwoListBrowser>(this, m_libs, client, kind);
+    m_browser->bindListCommands();
     m_browser->setCurrent(m_dbType);
 }
 
@@ -146,15 +147,7 @@ void DlgMaterials::onToggleFilter(wxCommandEvent&) {
     updateMaterial();
 }
 
-vl_db::EDbType DlgMaterials::creationTarget() const {
-    return m_browser ? m_browser->creationTarget() : vl_db::kDbProject;
-}
-
-void DlgMaterials::onNew(wxCommandEvent&) { createMaterial(creationTarget()); }
-void DlgMaterials::onNewInProj(wxCommandEvent&) { createMaterial(vl_db::kDbProject); }
-void DlgMaterials::onNewInLibr(wxCommandEvent&) { createMaterial(vl_db::kDbCentral); }
-
-void DlgMaterials::createMaterial(vl_db::EDbType type) {
+void DlgMaterials::createObject(vl_db::EDbType type) {
     const auto library = vl_db::library(m_libs, type, false);
     if (!vl_db::writable(library) || m_status != kValid)
         return;
@@ -183,8 +176,7 @@ void DlgMaterials::createMaterial(vl_db::EDbType type) {
     name->SelectAll();
 }
 
-void DlgMaterials::onDuplicate(wxCommandEvent&) {
-    const vl_db::EDbType type = creationTarget();
+void DlgMaterials::duplicateCurrent(vl_db::EDbType type) {
     const auto library = vl_db::library(m_libs, type, false);
     if (!vl_db::writable(library) || !m_material || m_material->id() == 0 || m_status != kValid)
         return;
@@ -203,10 +195,6 @@ void DlgMaterials::showStoredMaterial(vl_db::EDbType type) {
     m_dbType = type;
     m_browser->showObject(type, m_material ? m_material->id() : 0);
 }
-
-void DlgMaterials::onDelete(wxCommandEvent&) { m_browser->removeSelected(); }
-void DlgMaterials::onCopyToProject(wxCommandEvent&) { m_browser->copyTo(vl_db::kDbProject); }
-void DlgMaterials::onCopyToLibrary(wxCommandEvent&) { m_browser->copyTo(vl_db::kDbCentral); }
 
 void DlgMaterials::onMakeComp(wxCommandEvent&) {
     const auto library = lib();
