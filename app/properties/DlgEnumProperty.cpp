@@ -153,10 +153,10 @@ DlgEnumProperty<T>::DlgEnumProperty(wxWindow* parent, uint32_t definitionId, con
     Bind(wxEVT_SIZE, &DlgEnumProperty::onSize, this);
     m_grid->Bind(wxEVT_GRID_COL_SIZE, &DlgEnumProperty::onColumnSize, this);
     m_mapping->Bind(wxEVT_CHECKBOX, &DlgEnumProperty::onMapping, this);
-    add->Bind(wxEVT_BUTTON, &DlgEnumProperty::onAdd, this);
-    remove->Bind(wxEVT_BUTTON, &DlgEnumProperty::onRemove, this);
-    up->Bind(wxEVT_BUTTON, &DlgEnumProperty::onMoveUp, this);
-    down->Bind(wxEVT_BUTTON, &DlgEnumProperty::onMoveDown, this);
+    Bind(wxEVT_BUTTON, &DlgEnumProperty::onAdd, this, add->GetId());
+    Bind(wxEVT_BUTTON, &DlgEnumProperty::onRemove, this, remove->GetId());
+    Bind(wxEVT_BUTTON, &DlgEnumProperty::onMoveUp, this, up->GetId());
+    Bind(wxEVT_BUTTON, &DlgEnumProperty::onMoveDown, this, down->GetId());
     Bind(wxEVT_BUTTON, &DlgEnumProperty::onOk, this, wxID_OK);
 
     wxg::WxgConfig::restoreWindow(this, kWindowKey, FromDIP(wxSize(420, 360)));
