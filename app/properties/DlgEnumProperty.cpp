@@ -1,6 +1,7 @@
 #include "app/properties/DlgEnumProperty.h"
 
 #include <algorithm>
+#include <initializer_list>
 
 #include <wx/bmpbuttn.h>
 #include <wx/button.h>
@@ -149,6 +150,13 @@ DlgEnumProperty<T>::DlgEnumProperty(wxWindow* parent, uint32_t definitionId, con
     m_grid->EnableDragColSize(m_mapping->GetValue());
     if (!m_mapping->GetValue())
         m_grid->HideCol(1);
+    // A set of a namespace that is not editable is shown, not changed.
+    m_editable = m_propertySet && m_propertySet->isEditable();
+    if (!m_editable) {
+        m_grid->EnableEditing(false);
+        for (wxWindow* control : std::initializer_list<wxWindow*>{m_mapping, m_allowCustom, add, remove, up, down})
+            control->Disable();
+    }
 
     Bind(wxEVT_SIZE, &DlgEnumProperty::onSize, this);
     m_grid->Bind(wxEVT_GRID_COL_SIZE, &DlgEnumProperty::onColumnSize, this);
@@ -274,6 +282,10 @@ void DlgEnumProperty<T>::onMoveDown(wxCommandEvent&) {
 
 template <class T>
 void DlgEnumProperty<T>::onOk(wxCommandEvent&) {
+    if (!m_editable) {
+        EndModal(wxID_CANCEL);
+        return;
+    }
     m_grid->commitEdit();
     const EnumReading<T> reading = readEnumRows<T>(m_grid->rows(), isMapping());
     if (!reading.error.empty()) {

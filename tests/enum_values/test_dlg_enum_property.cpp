@@ -14,6 +14,7 @@
 #include <WxgConfig.h>
 
 #include <vantlib/Library.h>
+#include <vantlib/PropertySets.h>
 #include <vl_db/PropertySets.h>
 
 #include "DialogDriving.h"
@@ -96,6 +97,22 @@ protected:
         event.SetEventObject(box);
         event.SetInt(value);
         box->GetEventHandler()->ProcessEvent(event);
+    }
+
+    // Makes the namespace read-only, as an import of the official sets leaves it, and views
+    // the library afresh.
+    void makeReadOnly() {
+        const uint32_t namespaceId = library->namespaces()[0]->id();
+        set.reset();
+        library.reset();
+        {
+            vantlib::PropertySetStore store(vantlib::Library::open(m_path));
+            auto record = *store.findNamespace(namespaceId);
+            record.editable = false;
+            store.updateNamespace(record);
+        }
+        library = vl_db::propertySetLibrary(vantlib::Library::open(m_path));
+        set = library->namespaces()[0]->propertySets()[0];
     }
 
     std::shared_ptr<vl_db::ILibrary> library;
@@ -283,25 +300,36 @@ TEST_F(EnumEditor, PaneRowShowsTheListAndOpensTheEditorOnlyForEnumerableTypes) {
     wxCommandEvent other(wxEVT_TEXT, wxID_ANY);
     EXPECT_FALSE(row->OnEvent(grid, nullptr, other));
 
-    // The button opens the editor of the list's type; the row reports that it ran and the
-    // editor's rectangle is kept.
+    // The button, pressed through the grid, opens the editor of the list's type. Its OK stores
+    // the list in the set at once and the row shows it; the pane is not asked to store anything,
+    // so it sees no change of the row.
     ASSERT_TRUE(grid->SelectProperty(row, true));
     wxWindow* button = grid->GetEditorControlSecondary();
     ASSERT_NE(button, nullptr);
+    int changes = 0;
+    grid->Bind(wxEVT_PG_CHANGING, [&](wxPropertyGridEvent& event) {
+        ++changes;
+        event.Skip();
+    });
     bool opened = false;
     frame.CallAfter([&] {
         for (wxWindow* window : wxTopLevelWindows) {
             if (auto* dialog = dynamic_cast<DlgEnumProperty<long long>*>(window); dialog && dialog->IsModal()) {
                 opened = true;
                 EXPECT_TRUE(dialog->isMapping());
-                vl_test::press(*dialog, wxID_CANCEL);
+                dialog->grid()->SetCellValue(0, 0, "45");
+                vl_test::press(*dialog, wxID_OK);
             }
         }
     });
     wxCommandEvent pressed(wxEVT_BUTTON, button->GetId());
     pressed.SetEventObject(button);
-    EXPECT_TRUE(row->OnEvent(grid, button, pressed));
+    button->GetEventHandler()->ProcessEvent(pressed);
     EXPECT_TRUE(opened);
+    EXPECT_EQ(row->GetValueAsString(), "45 : EI 30, 60 : EI 60");
+    EXPECT_EQ(changes, 0);
+    EXPECT_TRUE(library->hasPendingEdits());
+    // The editor's rectangle is kept for the next time.
     wxRect kept;
     EXPECT_TRUE(wxg::WxgConfig::loadWindowRect("DLG_ENUM_PROPERTY", kept));
 
@@ -314,4 +342,16 @@ TEST_F(EnumEditor, PaneRowShowsTheListAndOpensTheEditorOnlyForEnumerableTypes) {
     findDefinition(*set, listId)->setTypeSpecifier(EnumTypeSpecifier<long long>(6, {{1, L""}, {2, L""}}, false));
     row->refreshText();
     EXPECT_EQ(row->GetValueAsString(), "1, 2");
+}
+
+TEST_F(EnumEditor, AListOfAReadOnlyNamespaceIsOnlyShown) {
+    const uint32_t id = define(L"Fire", EnumTypeSpecifier<long long>(6, {{30, L""}, {60, L""}}, false));
+    makeReadOnly();
+    auto dialog = editor<long long>(id);
+    EXPECT_FALSE(dialog->grid()->IsEditable());
+    for (const char* name : {"BTN_ADD", "BTN_REMOVE", "BTN_MOVE_UP", "BTN_MOVE_DOWN", "CB_MAPPING", "CB_ALLOW_CUSTOM"})
+        EXPECT_FALSE(dialog->FindWindowByName(name)->IsThisEnabled()) << name;
+    const int answer = vl_test::runModal(*dialog, [&] { EXPECT_TRUE(vl_test::press(*dialog, wxID_OK)); });
+    EXPECT_EQ(answer, wxID_CANCEL);
+    EXPECT_FALSE(library->hasPendingEdits());
 }
