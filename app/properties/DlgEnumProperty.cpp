@@ -314,6 +314,12 @@ bool editEnumeration(wxWindow* parent, const std::shared_ptr<vl_db::IPropertySet
     if (!definition)
         return false;
     const vl_db::TypeSpecifierPtr specifier = definition->typeSpecifier();
+    // A formula, a reference or an extended type would be lost to a list: only single values
+    // and lists are edited here.
+    const vl_db::SpecifierKind kind = specifier->kind();
+    if ((kind != vantlib::TypeSpecification::kPrimitive && kind != vantlib::TypeSpecification::kEnumeration) ||
+        specifier->valueCategory() != vl_db::kSingleValue)
+        return false;
     std::unique_ptr<wxDialog> dialog;
     switch (specifier->primitiveCode()) {
         case vl_db::kIntegerCode:

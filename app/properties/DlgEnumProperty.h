@@ -77,8 +77,8 @@ private:
 };
 
 // Opens the editor that fits the definition's type (integer, real or text), modally, and keeps
-// its window rectangle. False, with nothing shown, for a definition of another type or one the
-// set does not have.
+// its window rectangle. False, with nothing shown, for a definition of another type (also a
+// formula or a reference, which are texts too) or one the set does not have.
 bool editEnumeration(wxWindow* parent, const std::shared_ptr<vl_db::IPropertySet>& propertySet, uint32_t definitionId);
 
 extern template class EnumPropGrid<long long>;

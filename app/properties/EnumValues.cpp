@@ -16,14 +16,37 @@ using vl_db::EnumTypeSpecifier;
 
 wxString formatEnumValue(long long value) { return wxString::Format("%lld", value); }
 
-wxString formatEnumValue(double value) {
+namespace {
+
+wxString formatReal(double value, int significantDigits) {
     // The classic locale keeps the decimal point whatever the user's locale says.
     std::ostringstream text;
     text.imbue(std::locale::classic());
-    text.precision(16);
+    text.precision(significantDigits);
     text << value;
     return wxString::FromUTF8(text.str());
 }
+
+// The shortest text that reads back as the same number, so that OK on an untouched cell keeps
+// the stored value exactly.
+wxString cellText(double value) {
+    for (int digits = 15; digits < 17; ++digits) {
+        const wxString text = formatReal(value, digits);
+        double back = 0.0;
+        if (text.ToCDouble(&back) && back == value)
+            return text;
+    }
+    return formatReal(value, 17);
+}
+
+template <class T>
+wxString cellText(const T& value) {
+    return formatEnumValue(value);
+}
+
+}  // namespace
+
+wxString formatEnumValue(double value) { return formatReal(value, 16); }
 
 wxString formatEnumValue(const OdString& value) { return toWx(value); }
 
@@ -189,7 +212,7 @@ std::vector<EnumRow> enumRows(const typename EnumTypeSpecifier<T>::Values& value
     std::vector<EnumRow> rows;
     rows.reserve(values.size());
     for (const auto& entry : values)
-        rows.push_back({formatEnumValue(entry.value), toWx(entry.description)});
+        rows.push_back({cellText(entry.value), toWx(entry.description)});
     return rows;
 }
 

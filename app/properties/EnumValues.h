@@ -55,7 +55,8 @@ struct EnumReading {
 template <class T>
 EnumReading<T> readEnumRows(const std::vector<EnumRow>& rows, bool withDescriptions);
 
-// The rows of a stored list as the grid shows them.
+// The rows of a stored list as the grid shows them; a real is written with as many digits as
+// it takes to read back as the same number.
 template <class T>
 std::vector<EnumRow> enumRows(const typename vl_db::EnumTypeSpecifier<T>::Values& values);
 

@@ -336,6 +336,9 @@ TEST_F(EnumEditor, PaneRowShowsTheListAndOpensTheEditorOnlyForEnumerableTypes) {
     const auto boolean = std::make_unique<EnumProperty>("Enum", booleanId, set);
     EXPECT_EQ(boolean->GetValue().GetString(), "");
     EXPECT_FALSE(editEnumeration(&frame, set, booleanId));
+    // A formula is a text too, but no list.
+    const uint32_t formulaId = define(L"Area", vl_db::FormulaTypeSpecifier<OdString>(L"Width*Height"));
+    EXPECT_FALSE(editEnumeration(&frame, set, formulaId));
     EXPECT_FALSE(editEnumeration(&frame, set, 999999));
 
     // The definition changed elsewhere: the row shows the stored list again.

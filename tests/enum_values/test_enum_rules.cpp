@@ -64,8 +64,12 @@ TEST(EnumCells, ConvertOnlyWhenTheWholeCellIsANumberOfTheType) {
     EXPECT_FALSE(parseEnumValue<double>("1,5"));
     EXPECT_FALSE(parseEnumValue<double>("nan"));
     EXPECT_FALSE(parseEnumValue<double>("inf"));
-    // A formatted real reads back as the same number.
-    EXPECT_EQ(parseEnumValue<double>(formatEnumValue(1.0 / 3.0)), 1.0 / 3.0);
+    // The grid's text of a real reads back as the same number, also where sixteen digits
+    // are not enough.
+    const auto rows = enumRows<double>({{0.1, L""}, {0.1 + 0.2, L""}, {1.0 / 3.0, L""}});
+    EXPECT_EQ(rows[0].value, "0.1");
+    for (const double value : {0.1, 0.1 + 0.2, 1.0 / 3.0})
+        EXPECT_EQ(readEnumRows<double>(enumRows<double>({{value, L""}}), false).values.at(0).value, value);
     EXPECT_EQ(parseEnumValue<OdString>(" as typed "), OdString(L" as typed "));
     EXPECT_FALSE(parseEnumValue<OdString>("  "));
 }
