@@ -171,7 +171,7 @@ PropertyNamespaceRecord readNamespace(const Statement& row) {
 
 const char* const kSetColumns =
     "id, namespace_id, name, label, description, visible, per_instance, editable, template_type, "
-    "applicable_type_value, aliases FROM lib_pset";
+    "applicable_type_value, aliases, source FROM lib_pset";
 
 PropertySetRecord readSet(const Statement& row) {
     PropertySetRecord record;
@@ -186,10 +186,11 @@ PropertySetRecord readSet(const Statement& row) {
     record.templateType = row.text(8);
     record.applicableTypeValue = row.text(9);
     record.aliases = aliasesFromJson(row.utf8(10));
+    record.source = row.utf8(11);
     return record;
 }
 
-// Binds the set's own fields at 1..9.
+// Binds the set's own fields at 1..10.
 void bindSet(Statement& stmt, const PropertySetRecord& record) {
     stmt.bind(1, record.name)
         .bind(2, record.label)
@@ -199,7 +200,8 @@ void bindSet(Statement& stmt, const PropertySetRecord& record) {
         .bind(6, int(record.editable))
         .bind(7, record.templateType)
         .bind(8, record.applicableTypeValue)
-        .bind(9, aliasesToJson(record.aliases));
+        .bind(9, aliasesToJson(record.aliases))
+        .bind(10, record.source);
 }
 
 void readClasses(LibraryStore& store, PropertySetRecord& record) {
@@ -236,7 +238,7 @@ void writeClasses(LibraryStore& store, const PropertySetRecord& record) {
 
 const char* const kDefinitionColumns =
     "d.id, d.set_id, d.kind, d.name, d.label, d.description, d.type_kind, d.type_code, d.value_category, d.type_data, "
-    "d.measure, d.aliases FROM lib_pset_definition d";
+    "d.measure, d.aliases, d.source FROM lib_pset_definition d";
 
 PropertyDefinitionRecord readDefinition(const Statement& row) {
     PropertyDefinitionRecord record;
@@ -255,10 +257,11 @@ PropertyDefinitionRecord readDefinition(const Statement& row) {
     record.type.data = row.utf8(9);
     record.measure = row.text(10);
     record.aliases = aliasesFromJson(row.utf8(11));
+    record.source = row.utf8(12);
     return record;
 }
 
-// Binds the definition's own fields at 1..9.
+// Binds the definition's own fields at 1..10.
 void bindDefinition(Statement& stmt, const PropertyDefinitionRecord& record) {
     stmt.bind(1, record.name)
         .bind(2, record.label)
@@ -268,7 +271,8 @@ void bindDefinition(Statement& stmt, const PropertyDefinitionRecord& record) {
         .bind(6, record.type.valueCategory)
         .bind(7, record.type.data)
         .bind(8, record.measure)
-        .bind(9, aliasesToJson(record.aliases));
+        .bind(9, aliasesToJson(record.aliases))
+        .bind(10, record.source);
 }
 
 void checkKind(DefinitionKind kind) {
@@ -387,10 +391,11 @@ uint32_t PropertySetStore::createPropertySet(const PropertySetRecord& record) {
         checkName(store, kSetLevel, record.namespaceId, DefinitionKind::kProperty, record.name, 0);
         Statement& insert = store.statement(
             "INSERT INTO lib_pset(name, label, description, visible, per_instance, editable, template_type,"
-            " applicable_type_value, aliases, namespace_id, position) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11)");
+            " applicable_type_value, aliases, source, namespace_id, position) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11,"
+            " ?12)");
         bindSet(insert, record);
-        insert.bind(10, record.namespaceId)
-            .bind(11, nextPosition(store, kSetLevel, record.namespaceId, DefinitionKind::kProperty))
+        insert.bind(11, record.namespaceId)
+            .bind(12, nextPosition(store, kSetLevel, record.namespaceId, DefinitionKind::kProperty))
             .run();
         PropertySetRecord stored = record;
         stored.id = uint32_t(sqlite3_last_insert_rowid(store.db()));
@@ -408,9 +413,9 @@ void PropertySetStore::updatePropertySet(const PropertySetRecord& record) {
         checkName(store, kSetLevel, *namespaceId, DefinitionKind::kProperty, record.name, record.id);
         Statement& update = store.statement(
             "UPDATE lib_pset SET name = ?1, label = ?2, description = ?3, visible = ?4, per_instance = ?5, editable = ?6,"
-            " template_type = ?7, applicable_type_value = ?8, aliases = ?9 WHERE id = ?10");
+            " template_type = ?7, applicable_type_value = ?8, aliases = ?9, source = ?10 WHERE id = ?11");
         bindSet(update, record);
-        update.bind(10, record.id).run();
+        update.bind(11, record.id).run();
         writeClasses(store, record);
         return 0;
     });
@@ -470,11 +475,12 @@ uint32_t PropertySetStore::createDefinition(const PropertyDefinitionRecord& reco
         checkName(store, kDefinitionLevel, record.setId, record.kind, record.name, 0);
         Statement& insert = store.statement(
             "INSERT INTO lib_pset_definition(name, label, description, type_kind, type_code, value_category, type_data,"
-            " measure, aliases, set_id, kind, position) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12)");
+            " measure, aliases, source, set_id, kind, position) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12,"
+            " ?13)");
         bindDefinition(insert, record);
-        insert.bind(10, record.setId)
-            .bind(11, uint32_t(record.kind))
-            .bind(12, nextPosition(store, kDefinitionLevel, record.setId, record.kind))
+        insert.bind(11, record.setId)
+            .bind(12, uint32_t(record.kind))
+            .bind(13, nextPosition(store, kDefinitionLevel, record.setId, record.kind))
             .run();
         return uint32_t(sqlite3_last_insert_rowid(store.db()));
     });
@@ -491,9 +497,9 @@ void PropertySetStore::updateDefinition(const PropertyDefinitionRecord& record) 
         checkName(store, kDefinitionLevel, owner->first, owner->second, record.name, record.id);
         Statement& update = store.statement(
             "UPDATE lib_pset_definition SET name = ?1, label = ?2, description = ?3, type_kind = ?4, type_code = ?5,"
-            " value_category = ?6, type_data = ?7, measure = ?8, aliases = ?9 WHERE id = ?10");
+            " value_category = ?6, type_data = ?7, measure = ?8, aliases = ?9, source = ?10 WHERE id = ?11");
         bindDefinition(update, record);
-        update.bind(10, record.id).run();
+        update.bind(11, record.id).run();
         return 0;
     });
 }
