@@ -5,6 +5,7 @@
 #include <vantlib/PropertySets.h>
 
 #include <algorithm>
+#include <set>
 
 #include <nlohmann/json.hpp>
 
@@ -60,6 +61,22 @@ uint32_t nextPosition(LibraryStore& store, const Level& level, uint32_t parent, 
     return position;
 }
 
+[[noreturn]] void throwTaken(const Level& level, DefinitionKind kind, const OdString& name) {
+    const ObjectType type = &level == &kDefinitionLevel && kind == DefinitionKind::kValue ? kValueDefinition : level.type;
+    throw ObjectNotUnique(type, name, OdString::fromUtf8("The name '" + textToUtf8(name) + "' is taken by another " +
+                                                         level.what + level.scope));
+}
+
+// A name as the schema's NOCASE collation compares it: ASCII letters folded, nothing else.
+std::string nocaseKey(const OdString& name) {
+    std::string key = textToUtf8(name);
+    for (char& c : key) {
+        if (c >= 'A' && c <= 'Z')
+            c = char(c - 'A' + 'a');
+    }
+    return key;
+}
+
 // A name that is empty or taken among the siblings of `exceptId` raises the error that says so.
 void checkName(LibraryStore& store, const Level& level, uint32_t parent, DefinitionKind kind, const OdString& name,
                uint32_t exceptId) {
@@ -73,9 +90,7 @@ void checkName(LibraryStore& store, const Level& level, uint32_t parent, Definit
     stmt.reset();
     if (!taken)
         return;
-    const ObjectType type = &level == &kDefinitionLevel && kind == DefinitionKind::kValue ? kValueDefinition : level.type;
-    throw ObjectNotUnique(type, name, OdString::fromUtf8("The name '" + textToUtf8(name) + "' is taken by another " +
-                                                         level.what + level.scope));
+    throwTaken(level, kind, name);
 }
 
 void requireRow(LibraryStore& store, const Level& level, uint32_t id) {
@@ -126,15 +141,49 @@ auto write(const std::shared_ptr<Library>& library, Operation&& operation) -> de
     });
 }
 
+// A JSON string as nlohmann's dump() writes it; the aliases are written by hand because they
+// are written for every definition an import stores, and building JSON values first costs more
+// than the insert.
+void appendJsonString(std::string& out, const std::string& text) {
+    static const char* const kHex = "0123456789abcdef";
+    out += '"';
+    for (const char c : text) {
+        switch (c) {
+        case '"': out += "\\\""; break;
+        case '\\': out += "\\\\"; break;
+        case '\b': out += "\\b"; break;
+        case '\f': out += "\\f"; break;
+        case '\n': out += "\\n"; break;
+        case '\r': out += "\\r"; break;
+        case '\t': out += "\\t"; break;
+        default:
+            if (static_cast<unsigned char>(c) < 0x20) {
+                out += "\\u00";
+                out += kHex[(c >> 4) & 0xF];
+                out += kHex[c & 0xF];
+            } else {
+                out += c;
+            }
+        }
+    }
+    out += '"';
+}
+
+// [{"definition": ..., "language": ..., "name": ...}, ...] with the keys in nlohmann's order.
 std::string aliasesToJson(const std::vector<LocalizedName>& aliases) {
     if (aliases.empty())
         return std::string();
-    Json list = Json::array();
-    for (const LocalizedName& alias : aliases)
-        list.push_back({{"language", textToUtf8(alias.language)},
-                        {"name", textToUtf8(alias.name)},
-                        {"definition", textToUtf8(alias.definition)}});
-    return list.dump();
+    std::string list = "[";
+    for (const LocalizedName& alias : aliases) {
+        list += list.size() > 1 ? ",{\"definition\":" : "{\"definition\":";
+        appendJsonString(list, textToUtf8(alias.definition));
+        list += ",\"language\":";
+        appendJsonString(list, textToUtf8(alias.language));
+        list += ",\"name\":";
+        appendJsonString(list, textToUtf8(alias.name));
+        list += '}';
+    }
+    return list + ']';
 }
 
 std::vector<LocalizedName> aliasesFromJson(const std::string& text) {
@@ -483,6 +532,41 @@ uint32_t PropertySetStore::createDefinition(const PropertyDefinitionRecord& reco
             .bind(13, nextPosition(store, kDefinitionLevel, record.setId, record.kind))
             .run();
         return uint32_t(sqlite3_last_insert_rowid(store.db()));
+    });
+}
+
+std::vector<uint32_t> PropertySetStore::createDefinitions(uint32_t setId, const std::vector<PropertyDefinitionRecord>& records) {
+    for (const PropertyDefinitionRecord& record : records)
+        checkKind(record.kind);
+    return write(m_library, [&](LibraryStore& store) {
+        requireRow(store, kSetLevel, setId);
+        // The names of the set's definitions per kind, and the next position of each kind.
+        std::set<std::string> taken[2];
+        uint32_t position[2] = {0, 0};
+        Statement& existing = store.statement("SELECT kind, name, position FROM lib_pset_definition WHERE set_id = ?1");
+        existing.bind(1, setId);
+        while (existing.step()) {
+            const size_t kind = existing.integer(0) == int(DefinitionKind::kValue);
+            taken[kind].insert(nocaseKey(existing.text(1)));
+            position[kind] = std::max(position[kind], existing.id(2) + 1);
+        }
+        Statement& insert = store.statement(
+            "INSERT INTO lib_pset_definition(name, label, description, type_kind, type_code, value_category, type_data,"
+            " measure, aliases, source, set_id, kind, position) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12,"
+            " ?13)");
+        std::vector<uint32_t> ids;
+        for (const PropertyDefinitionRecord& record : records) {
+            const size_t kind = record.kind == DefinitionKind::kValue;
+            if (record.name.isEmpty())
+                throw ConsistencyError(OdString(L"A definition needs a name"));
+            if (!taken[kind].insert(nocaseKey(record.name)).second)
+                throwTaken(kDefinitionLevel, record.kind, record.name);
+            insert.reset();
+            bindDefinition(insert, record);
+            insert.bind(11, setId).bind(12, uint32_t(record.kind)).bind(13, position[kind]++).run();
+            ids.push_back(uint32_t(sqlite3_last_insert_rowid(store.db())));
+        }
+        return ids;
     });
 }
 

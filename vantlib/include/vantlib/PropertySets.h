@@ -139,6 +139,10 @@ public:
     std::optional<PropertyDefinitionRecord> findDefinition(uint32_t id) const;
     // Appends a definition to its set; returns its id.
     uint32_t createDefinition(const PropertyDefinitionRecord& record);
+    // Appends definitions to a set in their order (their setId is not read), as that many calls
+    // of createDefinition would, with the set and the names checked once for all of them;
+    // returns their ids. An import writes a set's definitions this way.
+    std::vector<uint32_t> createDefinitions(uint32_t setId, const std::vector<PropertyDefinitionRecord>& records);
     // Writes the definition's fields; its set and kind stay.
     void updateDefinition(const PropertyDefinitionRecord& record);
     bool removeDefinition(uint32_t id);

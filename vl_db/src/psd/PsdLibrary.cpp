@@ -77,22 +77,54 @@ std::vector<std::string> languagesOf(const std::vector<PsdAlias>& aliases) {
 // ---- Aliases: a file's name and definition aliases are lists of their own; the library keeps
 // one entry per language with both texts.
 
-std::vector<LocalizedName> mergeAliases(const std::vector<PsdAlias>& names, const std::vector<PsdAlias>& definitions) {
-    std::vector<LocalizedName> merged;
-    auto entry = [&merged](const std::string& lang) -> LocalizedName& {
-        const OdString language = od(lang);
-        for (LocalizedName& alias : merged) {
-            if (alias.language == language)
+struct MergedAlias {
+    std::string lang;
+    std::string name;
+    std::string definition;
+};
+
+std::vector<MergedAlias> mergeAliases(const std::vector<PsdAlias>& names, const std::vector<PsdAlias>& definitions) {
+    std::vector<MergedAlias> merged;
+    auto entry = [&merged](const std::string& lang) -> MergedAlias& {
+        for (MergedAlias& alias : merged) {
+            if (alias.lang == lang)
                 return alias;
         }
-        merged.push_back({language, OdString(), OdString()});
+        merged.push_back({lang, {}, {}});
         return merged.back();
     };
     for (const PsdAlias& alias : names)
-        entry(alias.lang).name = od(alias.text);
+        entry(alias.lang).name = alias.text;
     for (const PsdAlias& alias : definitions)
-        entry(alias.lang).definition = od(alias.text);
+        entry(alias.lang).definition = alias.text;
     return merged;
+}
+
+std::vector<LocalizedName> localized(const std::vector<MergedAlias>& merged) {
+    std::vector<LocalizedName> aliases;
+    aliases.reserve(merged.size());
+    for (const MergedAlias& alias : merged)
+        aliases.push_back({od(alias.lang), od(alias.name), od(alias.definition)});
+    return aliases;
+}
+
+// The language list of a file is kept only when the merged aliases alone would not give the
+// list back: the languages that have a text, in the merged order.
+void keepAliasLanguages(JsonValue& source, const char* key, const std::vector<PsdAlias>& fileList,
+                        const std::vector<MergedAlias>& merged, std::string MergedAlias::*text) {
+    size_t next = 0;
+    bool same = true;
+    for (const MergedAlias& alias : merged) {
+        if ((alias.*text).empty())
+            continue;
+        if (next >= fileList.size() || fileList[next].lang != alias.lang || fileList[next].text != alias.*text) {
+            same = false;
+            break;
+        }
+        ++next;
+    }
+    if (!same || next != fileList.size())
+        source[key] = languagesOf(fileList);
 }
 
 // One of the two lists from the library's aliases: the languages the file listed, in its
@@ -118,14 +150,6 @@ std::vector<PsdAlias> splitAliases(const std::vector<LocalizedName>& aliases, co
             list.push_back({lang, utf8(alias.*text)});
     }
     return list;
-}
-
-// The language lists are kept only when the library's aliases alone would not give them back.
-void keepAliasLanguages(JsonValue& source, const char* key, const std::vector<PsdAlias>& fileList,
-                        const std::vector<LocalizedName>& merged, OdString LocalizedName::*text) {
-    std::vector<PsdAlias> rebuilt = splitAliases(merged, nullptr, text);
-    if (!(rebuilt == fileList))
-        source[key] = languagesOf(fileList);
 }
 
 std::vector<PsdAlias> aliasList(const std::vector<LocalizedName>& aliases, const JsonValue& source, const char* key,
@@ -381,11 +405,12 @@ PsdLibrarySet librarySetOf(const PsdSet& file) {
     set.perInstance = file.templateType != "PSET_TYPEDRIVENONLY" && file.templateType != "QTO_TYPEDRIVENONLY";
     for (const std::string& ifcType : file.applicableClasses)
         set.applicableClasses.push_back(od(ifcType));
-    set.aliases = mergeAliases({}, file.definitionAliases);
+    const std::vector<MergedAlias> setAliases = mergeAliases({}, file.definitionAliases);
+    set.aliases = localized(setAliases);
     JsonValue setSource = {{"ifdguid", file.ifdGuid}, {"ifcVersion", file.ifcVersion}, {"applicability", file.applicability}};
     if (file.kind == PsdSetKind::kQuantitySet)
         setSource["quantitySet"] = true;
-    keepAliasLanguages(setSource, "definitionAliasLanguages", file.definitionAliases, set.aliases, &LocalizedName::definition);
+    keepAliasLanguages(setSource, "definitionAliasLanguages", file.definitionAliases, setAliases, &MergedAlias::definition);
     set.source = setSource.dump();
 
     for (const PsdProperty& property : file.properties) {
@@ -393,14 +418,14 @@ PsdLibrarySet librarySetOf(const PsdSet& file) {
         record.kind = DefinitionKind::kProperty;
         record.name = od(property.name);
         record.description = od(property.definition);
-        record.aliases = mergeAliases(property.nameAliases, property.definitionAliases);
+        const std::vector<MergedAlias> aliases = mergeAliases(property.nameAliases, property.definitionAliases);
+        record.aliases = localized(aliases);
         JsonValue source = JsonValue::object();
         if (!property.ifdGuid.empty())
             source["ifdguid"] = property.ifdGuid;
         typeToLibrary(property.type, record, source);
-        keepAliasLanguages(source, "nameAliasLanguages", property.nameAliases, record.aliases, &LocalizedName::name);
-        keepAliasLanguages(source, "definitionAliasLanguages", property.definitionAliases, record.aliases,
-                           &LocalizedName::definition);
+        keepAliasLanguages(source, "nameAliasLanguages", property.nameAliases, aliases, &MergedAlias::name);
+        keepAliasLanguages(source, "definitionAliasLanguages", property.definitionAliases, aliases, &MergedAlias::definition);
         record.source = source.dump();
         result.properties.push_back(std::move(record));
     }
@@ -485,11 +510,7 @@ uint32_t importPsdFiles(vantlib::PropertySetStore& store, const std::vector<std:
         if (store.findPropertySet(namespaceId, entry.set.name))
             throw PsdError(files[i], 0, "The namespace '" + utf8(target.namespaceName) + "' has a set named '" +
                                             utf8(entry.set.name) + "' already");
-        const uint32_t setId = store.createPropertySet(entry.set);
-        for (PropertyDefinitionRecord& property : entry.properties) {
-            property.setId = setId;
-            store.createDefinition(property);
-        }
+        store.createDefinitions(store.createPropertySet(entry.set), entry.properties);
     }
     transaction.commit();
     return namespaceId;
