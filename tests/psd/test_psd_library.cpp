@@ -251,6 +251,10 @@ TEST_F(PsdLibrary, ImportsAddToOneNamespaceAndRefuseTakenNamesAndReadOnlyNamespa
     EXPECT_EQ(ns, library->importXml(OdString::fromUtf8(more.string()), 1, nullptr)) << "a single file joins its folder's namespace";
     EXPECT_EQ(3u, library->namespaces()[0]->propertySets().size());
     library->commit();
+    const fs::path out = m_dir / "out";
+    EXPECT_TRUE(library->exportXml(OdString::fromUtf8(out.string()), 1, nullptr, ns));
+    EXPECT_TRUE(readPsd((out / "Pset_ColumnCommon.xml").string()) == readPsd(officialFile("Pset_ColumnCommon")));
+    EXPECT_EQ(3, std::distance(fs::directory_iterator(out), fs::directory_iterator()));
 
     // Two files of one set in one import.
     const fs::path twice = m_dir / "twice";
