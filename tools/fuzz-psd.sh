@@ -2,8 +2,8 @@
 # Fuzzes the property-set definition reader and writer for SECONDS (default 300): builds the
 # libFuzzer harness with clang in its own folder (FUZZ_BUILD, default build-fuzz), seeds the
 # corpus with the official definition files and a dictionary of their element and type names,
-# and stops at the first crash, at a set that does not read back as it was written, or at an
-# input that takes longer than 10 s. Warnings are not errors there: the gate is the main build.
+# and stops at the first crash, at a set that does not read back as it was written or does not
+# come back from the library's records as it was, or at an input that takes longer than 10 s. Warnings are not errors there: the gate is the main build.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 seconds=${1:-300}

@@ -394,3 +394,50 @@ TEST_F(PsdLibrary, WhatTheLibraryChangedIsWhatTheExportWrites) {
     }
     EXPECT_FALSE(fs::exists(m_dir / "mine.xml"));
 }
+
+TEST_F(PsdLibrary, AliasListsTheMergeCannotGiveBackAreKeptWhileTheLibraryAgrees) {
+    const PsdSet file = readPsdText(R"(<?xml version="1.0" encoding="UTF-8"?>
+<PropertySetDef xmlns="http://buildingSMART-tech.org/xml/psd/PSD_IFC4.xsd">
+  <Name>Pset_Aliases</Name>
+  <PsetDefinitionAliases>
+    <PsetDefinitionAlias lang="de" />
+    <PsetDefinitionAlias lang="en">Aliases</PsetDefinitionAlias>
+  </PsetDefinitionAliases>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>Width</Name>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcLengthMeasure" /></TypePropertySingleValue></PropertyType>
+      <NameAliases>
+        <NameAlias lang="fr">Largeur</NameAlias>
+        <NameAlias lang="en" />
+        <NameAlias lang="fr">Largeur bis</NameAlias>
+      </NameAliases>
+      <DefinitionAliases>
+        <DefinitionAlias lang="de">Breite</DefinitionAlias>
+        <DefinitionAlias lang="fr">Largeur de la pièce</DefinitionAlias>
+      </DefinitionAliases>
+    </PropertyDef>
+    <PropertyDef>
+      <Name>Height</Name>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcLengthMeasure" /></TypePropertySingleValue></PropertyType>
+      <NameAliases><NameAlias lang="en">Height</NameAlias><NameAlias lang="de">Höhe</NameAlias></NameAliases>
+      <DefinitionAliases><DefinitionAlias lang="en">How high</DefinitionAlias></DefinitionAliases>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)",
+                                   "aliases.xml");
+    PsdLibrarySet mapped = librarySetOf(file);
+    EXPECT_TRUE(psdSetOf(mapped.set, mapped.properties, {}) == file) << "empty texts, a language twice, another order";
+    EXPECT_EQ(std::string::npos, mapped.properties[1].source.find("Aliases")) << "lists the merge gives back are not kept";
+
+    // Width in the library: fr, en, de with the last French name. A changed alias makes the
+    // library's aliases the truth, in the order the file had.
+    ASSERT_EQ(3u, mapped.properties[0].aliases.size());
+    EXPECT_EQ(OdString(L"Largeur bis"), mapped.properties[0].aliases[0].name);
+    mapped.properties[0].aliases[2].name = L"Breite";
+    const PsdProperty width = psdSetOf(mapped.set, mapped.properties, {}).properties[0];
+    const std::vector<PsdAlias> names = {{"fr", "Largeur bis"}, {"en", ""}, {"de", "Breite"}};
+    EXPECT_EQ(names, width.nameAliases);
+    EXPECT_EQ(file.properties[0].definitionAliases, width.definitionAliases);
+}

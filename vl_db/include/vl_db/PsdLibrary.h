@@ -3,7 +3,7 @@
 // sets and definitions, and back. What the library has a field for goes there (name,
 // definition, template type, IFC classes, applicable type value, aliases, type and measure);
 // the rest of the file (identifiers, the IFC data type as written, the constants of an
-// enumeration with their aliases, which languages each alias list named) is kept as the
+// enumeration with their aliases, alias lists the merged aliases do not give back) is kept as the
 // record's `source`, so that a set read from a file is written back as that file.
 #include <cstddef>
 #include <functional>
@@ -31,6 +31,9 @@ PsdLibrarySet librarySetOf(const PsdSet& set);
 // a reference, a primitive code other than the four, or a value definition whose name a
 // property of the set has.
 PsdSet psdSetOf(const vantlib::PropertySetStore& store, uint32_t setId);
+// The same of a set's records: its property and value definitions in order.
+PsdSet psdSetOf(const vantlib::PropertySetRecord& set, const std::vector<vantlib::PropertyDefinitionRecord>& properties,
+                const std::vector<vantlib::PropertyDefinitionRecord>& values);
 
 // Where an import puts its sets: the namespace of that name (letter case ignored), made with
 // the label and flag when the library has none.

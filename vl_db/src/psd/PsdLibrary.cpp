@@ -9,6 +9,8 @@
 #include <map>
 #include <set>
 #include <system_error>
+#include <tuple>
+#include <utility>
 
 #include <pugixml.hpp>
 
@@ -67,13 +69,6 @@ std::vector<PsdAlias> aliasesFromJson(const JsonValue& source, const char* key) 
     return aliases;
 }
 
-std::vector<std::string> languagesOf(const std::vector<PsdAlias>& aliases) {
-    std::vector<std::string> languages;
-    for (const PsdAlias& alias : aliases)
-        languages.push_back(alias.lang);
-    return languages;
-}
-
 // ---- Aliases: a file's name and definition aliases are lists of their own; the library keeps
 // one entry per language with both texts.
 
@@ -108,10 +103,11 @@ std::vector<LocalizedName> localized(const std::vector<MergedAlias>& merged) {
     return aliases;
 }
 
-// The language list of a file is kept only when the merged aliases alone would not give the
-// list back: the languages that have a text, in the merged order.
-void keepAliasLanguages(JsonValue& source, const char* key, const std::vector<PsdAlias>& fileList,
-                        const std::vector<MergedAlias>& merged, std::string MergedAlias::*text) {
+// A file's alias list is kept whole when the merged aliases alone would not give it back (a
+// language listed without text or twice, an order the merge does not keep): the merge gives the
+// languages that have a text, in the merged order.
+void keepAliasList(JsonValue& source, const char* key, const std::vector<PsdAlias>& fileList,
+                   const std::vector<MergedAlias>& merged, std::string MergedAlias::*text) {
     size_t next = 0;
     bool same = true;
     for (const MergedAlias& alias : merged) {
@@ -124,24 +120,23 @@ void keepAliasLanguages(JsonValue& source, const char* key, const std::vector<Ps
         ++next;
     }
     if (!same || next != fileList.size())
-        source[key] = languagesOf(fileList);
+        source[key] = aliasesToJson(fileList);
 }
 
-// One of the two lists from the library's aliases: the languages the file listed, in its
-// order, while the library still has them, then the languages added since that have a text.
-std::vector<PsdAlias> splitAliases(const std::vector<LocalizedName>& aliases, const std::vector<std::string>* fileLanguages,
+// One of the two lists from the library's aliases: the languages of `order` first, in that
+// order, while the library still has them, then the other languages that have a text.
+std::vector<PsdAlias> splitAliases(const std::vector<LocalizedName>& aliases, const std::vector<PsdAlias>& order,
                                    OdString LocalizedName::*text) {
     std::vector<PsdAlias> list;
     std::set<std::string> listed;
-    if (fileLanguages) {
-        for (const std::string& lang : *fileLanguages) {
-            for (const LocalizedName& alias : aliases) {
-                if (utf8(alias.language) == lang) {
-                    list.push_back({lang, utf8(alias.*text)});
-                    break;
-                }
+    for (const PsdAlias& kept : order) {
+        if (!listed.insert(kept.lang).second)
+            continue;
+        for (const LocalizedName& alias : aliases) {
+            if (utf8(alias.language) == kept.lang) {
+                list.push_back({kept.lang, utf8(alias.*text)});
+                break;
             }
-            listed.insert(lang);
         }
     }
     for (const LocalizedName& alias : aliases) {
@@ -152,17 +147,24 @@ std::vector<PsdAlias> splitAliases(const std::vector<LocalizedName>& aliases, co
     return list;
 }
 
-std::vector<PsdAlias> aliasList(const std::vector<LocalizedName>& aliases, const JsonValue& source, const char* key,
-                                OdString LocalizedName::*text) {
-    auto it = source.find(key);
-    if (it == source.end() || !it->is_array())
-        return splitAliases(aliases, nullptr, text);
-    std::vector<std::string> languages;
-    for (const JsonValue& lang : *it) {
-        if (lang.is_string())
-            languages.push_back(lang.get<std::string>());
+// The name and definition alias lists of the library's aliases: the lists the file had while
+// the library's aliases are still what they merge to, else lists made of the library's aliases
+// in the order of the kept lists.
+std::pair<std::vector<PsdAlias>, std::vector<PsdAlias>> aliasLists(const std::vector<LocalizedName>& aliases,
+                                                                   const JsonValue& source) {
+    std::vector<PsdAlias> names = aliasesFromJson(source, "nameAliases");
+    std::vector<PsdAlias> definitions = aliasesFromJson(source, "definitionAliases");
+    const bool keptNames = source.contains("nameAliases");
+    const bool keptDefinitions = source.contains("definitionAliases");
+    if (!keptNames)
+        names = splitAliases(aliases, {}, &LocalizedName::name);
+    if (!keptDefinitions)
+        definitions = splitAliases(aliases, {}, &LocalizedName::definition);
+    if ((keptNames || keptDefinitions) && !(localized(mergeAliases(names, definitions)) == aliases)) {
+        names = splitAliases(aliases, keptNames ? names : std::vector<PsdAlias>(), &LocalizedName::name);
+        definitions = splitAliases(aliases, keptDefinitions ? definitions : std::vector<PsdAlias>(), &LocalizedName::definition);
     }
-    return splitAliases(aliases, &languages, text);
+    return {std::move(names), std::move(definitions)};
 }
 
 // ---- Types
@@ -357,8 +359,7 @@ PsdProperty propertyToFile(const PropertyDefinitionRecord& record, bool quantity
     property.definition = utf8(record.description);
     property.ifdGuid = textOf(source, "ifdguid");
     property.type = typeToFile(record, source, quantitySet);
-    property.nameAliases = aliasList(record.aliases, source, "nameAliasLanguages", &LocalizedName::name);
-    property.definitionAliases = aliasList(record.aliases, source, "definitionAliasLanguages", &LocalizedName::definition);
+    std::tie(property.nameAliases, property.definitionAliases) = aliasLists(record.aliases, source);
     return property;
 }
 
@@ -410,7 +411,7 @@ PsdLibrarySet librarySetOf(const PsdSet& file) {
     JsonValue setSource = {{"ifdguid", file.ifdGuid}, {"ifcVersion", file.ifcVersion}, {"applicability", file.applicability}};
     if (file.kind == PsdSetKind::kQuantitySet)
         setSource["quantitySet"] = true;
-    keepAliasLanguages(setSource, "definitionAliasLanguages", file.definitionAliases, setAliases, &MergedAlias::definition);
+    keepAliasList(setSource, "definitionAliases", file.definitionAliases, setAliases, &MergedAlias::definition);
     set.source = setSource.dump();
 
     for (const PsdProperty& property : file.properties) {
@@ -424,38 +425,38 @@ PsdLibrarySet librarySetOf(const PsdSet& file) {
         if (!property.ifdGuid.empty())
             source["ifdguid"] = property.ifdGuid;
         typeToLibrary(property.type, record, source);
-        keepAliasLanguages(source, "nameAliasLanguages", property.nameAliases, aliases, &MergedAlias::name);
-        keepAliasLanguages(source, "definitionAliasLanguages", property.definitionAliases, aliases, &MergedAlias::definition);
+        keepAliasList(source, "nameAliases", property.nameAliases, aliases, &MergedAlias::name);
+        keepAliasList(source, "definitionAliases", property.definitionAliases, aliases, &MergedAlias::definition);
         record.source = source.dump();
         result.properties.push_back(std::move(record));
     }
     return result;
 }
 
-PsdSet psdSetOf(const vantlib::PropertySetStore& store, uint32_t setId) {
-    const auto record = store.findPropertySet(setId);
-    if (!record)
-        throw vantlib::ConsistencyError(OdString::formatted(L"There is no property set with the id %u", unsigned(setId)));
-    const JsonValue source = parseSource(record->source);
+PsdSet psdSetOf(const PropertySetRecord& record, const std::vector<PropertyDefinitionRecord>& properties,
+                const std::vector<PropertyDefinitionRecord>& values) {
+    const JsonValue source = parseSource(record.source);
     PsdSet file;
-    file.kind = source.value("quantitySet", false) ? PsdSetKind::kQuantitySet : PsdSetKind::kPropertySet;
-    file.name = utf8(record->name);
-    file.definition = utf8(record->description);
+    const auto quantitySet = source.find("quantitySet");
+    file.kind = quantitySet != source.end() && quantitySet->is_boolean() && quantitySet->get<bool>() ? PsdSetKind::kQuantitySet
+                                                                                                    : PsdSetKind::kPropertySet;
+    file.name = utf8(record.name);
+    file.definition = utf8(record.description);
     file.ifdGuid = textOf(source, "ifdguid");
-    file.templateType = utf8(record->templateType);
+    file.templateType = utf8(record.templateType);
     // A set made in the library is written for the schema version of the official files.
     file.ifcVersion = source.contains("ifcVersion") ? textOf(source, "ifcVersion") : std::string("IFC4");
     file.applicability = textOf(source, "applicability");
-    for (const OdString& ifcType : record->applicableClasses)
+    for (const OdString& ifcType : record.applicableClasses)
         file.applicableClasses.push_back(utf8(ifcType));
-    file.applicableTypeValue = utf8(record->applicableTypeValue);
-    file.definitionAliases = aliasList(record->aliases, source, "definitionAliasLanguages", &LocalizedName::definition);
+    file.applicableTypeValue = utf8(record.applicableTypeValue);
+    file.definitionAliases = aliasLists(record.aliases, source).second;
 
     const bool quantities = file.kind == PsdSetKind::kQuantitySet;
     try {
-        for (const PropertyDefinitionRecord& definition : store.definitions(setId, DefinitionKind::kProperty))
+        for (const PropertyDefinitionRecord& definition : properties)
             file.properties.push_back(propertyToFile(definition, quantities));
-        for (const PropertyDefinitionRecord& definition : store.definitions(setId, DefinitionKind::kValue)) {
+        for (const PropertyDefinitionRecord& definition : values) {
             for (const PsdProperty& property : file.properties) {
                 if (psd::sameName(property.name, utf8(definition.name)))
                     throw PsdError(std::string(), 0, "The value definition '" + property.name +
@@ -468,6 +469,13 @@ PsdSet psdSetOf(const vantlib::PropertySetStore& store, uint32_t setId) {
         throw PsdError(file.name, 0, error.reason());
     }
     return file;
+}
+
+PsdSet psdSetOf(const vantlib::PropertySetStore& store, uint32_t setId) {
+    const auto record = store.findPropertySet(setId);
+    if (!record)
+        throw vantlib::ConsistencyError(OdString::formatted(L"There is no property set with the id %u", unsigned(setId)));
+    return psdSetOf(*record, store.definitions(setId, DefinitionKind::kProperty), store.definitions(setId, DefinitionKind::kValue));
 }
 
 uint32_t importPsdFiles(vantlib::PropertySetStore& store, const std::vector<std::string>& paths, const PsdImportTarget& target,
