@@ -14,7 +14,6 @@
 
 #include <pugixml.hpp>
 
-#include <vantlib/Criteria.h>
 #include <vantlib/Exception.h>
 #include <vantlib/Library.h>
 #include <vantlib/Transaction.h>
@@ -245,7 +244,7 @@ void typeToLibrary(const PsdType& type, PropertyDefinitionRecord& record, JsonVa
     switch (type.kind) {
     case PsdTypeKind::kSingleValue:
     case PsdTypeKind::kQuantity:
-        record.type = storageOf(TypeSpecifier<OdString>(int(type.primitive)));
+        record.type = TypeSpecification{TypeSpecification::kPrimitive, int(type.primitive), kSingleValue, std::string()};
         record.measure = od(type.measure);
         // Kept even when empty: a file's text without a data type is written back without one.
         source[type.kind == PsdTypeKind::kQuantity ? "quantityType" : "dataType"] = type.dataType;
@@ -515,10 +514,14 @@ uint32_t importPsdFiles(vantlib::PropertySetStore& store, const std::vector<std:
     for (size_t i = 0; i < sets.size(); ++i) {
         PsdLibrarySet& entry = sets[i];
         entry.set.namespaceId = namespaceId;
-        if (store.findPropertySet(namespaceId, entry.set.name))
+        uint32_t setId = 0;
+        try {
+            setId = store.createPropertySet(entry.set);
+        } catch (const vantlib::ObjectNotUnique&) {
             throw PsdError(files[i], 0, "The namespace '" + utf8(target.namespaceName) + "' has a set named '" +
                                             utf8(entry.set.name) + "' already");
-        store.createDefinitions(store.createPropertySet(entry.set), entry.properties);
+        }
+        store.createDefinitions(setId, entry.properties);
     }
     transaction.commit();
     return namespaceId;
