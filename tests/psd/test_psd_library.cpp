@@ -214,6 +214,7 @@ TEST_F(PsdLibrary, ABrokenFileAnywhereImportsNothingAndNamesFileAndLine) {
         {"missing Name", replaced(wall, "<Name>IsExternal</Name>", ""), true},
         {"unknown data type", replaced(wall, "type=\"IfcBoolean\"", "type=\"IfcBogusMeasure\""), true},
         {"duplicate property", replaced(wall, "<Name>IsExternal</Name>", "<Name>Reference</Name>"), true},
+        {"class named twice", replaced(wall, "<ClassName>IfcWall</ClassName>", "<ClassName>IfcWall</ClassName><ClassName>IFCWALL</ClassName>"), true},
         {"another encoding", replaced(wall, "<?xml version=\"1.0\"?>", "<?xml version=\"1.0\" encoding=\"windows-1252\"?>"), true},
         {"huge file", huge, false},
     };
