@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -184,6 +185,24 @@ TEST_F(VlibTool, DemoCentralLibraryHoldsTheOfficialSetsReadOnlyBesideTheOffices)
     EXPECT_NE(official.out.find(": Extended type ("), std::string::npos) << "kinds the editors cannot change are shown";
     const ToolRun office = vlib({"psets", central, "list", "--namespace", "Office"});
     EXPECT_NE(office.out.find("namespace Office \"Office standards\"\n"), std::string::npos) << office.out;
+}
+
+TEST_F(VlibTool, DemoWithoutTheOfficialFilesSaysSoAndWritesTheRest) {
+    // A vlib with no res/psd beside or above it.
+    const fs::path bin = scratch("lonely") / "bin";
+    fs::remove_all(bin.parent_path());
+    fs::create_directories(bin);
+    fs::copy_file(fs::path(VL_BIN_DIR) / "vlib", bin / "vlib");
+    const fs::path out = bin.parent_path() / "out.txt";
+    const std::string demo = (bin.parent_path() / "demo").string();
+    ASSERT_EQ(std::system((quoted((bin / "vlib").string()) + " demo " + quoted(demo) + " > " + quoted(out.string())).c_str()), 0);
+    const std::string said = readBytes(out);
+    EXPECT_NE(said.find("The official property-set definitions were not found"), std::string::npos) << said;
+    EXPECT_NE(said.find("0 official and 3 office property sets"), std::string::npos) << said;
+    const ToolRun listed = vlib({"psets", demo + "/central-metric.vlib", "list"});
+    EXPECT_EQ(listed.out.find("namespace IFC4"), std::string::npos) << listed.out;
+    EXPECT_NE(listed.out.find("namespace Office"), std::string::npos) << listed.out;
+    EXPECT_EQ(vlib({"info", demo + "/demo.vldwg"}).exitCode, 0) << "the drawing is written too";
 }
 
 TEST_F(VlibTool, PsetsImportAndExportDefinitionFiles) {
