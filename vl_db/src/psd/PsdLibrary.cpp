@@ -362,11 +362,16 @@ PsdProperty propertyToFile(const PropertyDefinitionRecord& record, bool quantity
     return property;
 }
 
-bool isXmlFileName(const std::string& target) {
-    std::string extension = fs::path(target).extension().string();
-    std::transform(extension.begin(), extension.end(), extension.begin(), [](unsigned char c) { return char(std::tolower(c)); });
-    return extension == ".xml";
+// Names compared as the library compares them: ASCII letters folded, whatever the locale.
+std::string lowerAscii(std::string text) {
+    for (char& c : text) {
+        if (c >= 'A' && c <= 'Z')
+            c = char(c - 'A' + 'a');
+    }
+    return text;
 }
+
+bool isXmlFileName(const std::string& target) { return lowerAscii(fs::path(target).extension().string()) == ".xml"; }
 
 // A file's name for a set: its name with the characters no file name may hold replaced.
 std::string fileNameOf(const std::string& setName) {
@@ -379,11 +384,6 @@ std::string fileNameOf(const std::string& setName) {
     if (name == "." || name == "..")
         name = "_";
     return name + ".xml";
-}
-
-std::string lowerAscii(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return char(std::tolower(c)); });
-    return text;
 }
 
 // Removes a file an export left behind; the export's own error is the one that counts.
