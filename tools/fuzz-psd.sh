@@ -2,8 +2,8 @@
 # Fuzzes the property-set definition reader and writer for SECONDS (default 300): builds the
 # libFuzzer harness (see fuzz-build.sh), seeds the
 # corpus with the official definition files and a dictionary of their element and type names,
-# and stops at the first crash, at a set that does not read back as it was written, or at an
-# input that takes longer than 10 s.
+# and stops at the first crash, at a set that does not read back as it was written or does not
+# come back from the library's records as it was, or at an input that takes longer than 10 s.
 source "$(dirname "$0")/fuzz-build.sh"
 build_fuzzer fuzz_psd_reader
 corpus="$dir/psd-corpus"

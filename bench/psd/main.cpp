@@ -1,5 +1,6 @@
 // Reading the official property-set definition files into the model, against the floor of
-// parsing the same files with pugixml alone (the files are read from disk in both).
+// parsing the same files with pugixml alone (the files are read from disk in both); importing
+// them into a library, against the raw SQLite insert of the same rows (import.cpp).
 // Usage: bench_psd [FOLDER]   (default: the official files of the source tree)
 #include <algorithm>
 #include <cstdio>
@@ -14,6 +15,7 @@
 #include <vl_db/PsdXml.h>
 
 #include "BenchBasics.h"
+#include "ImportBench.h"
 
 namespace {
 
@@ -65,6 +67,7 @@ int main(int argc, char** argv) {
                     "floor ms", "ratio");
         std::printf("%-10s %6zu %10zu %9.1f %10.2f %10.2f %6.2fx\n", "read", files.size(), properties, bytes / 1e3,
                     readMs, floorMs, readMs / floorMs);
+        printImportFigures(folder, files);
         return 0;
     } catch (const std::exception& e) {
         std::fprintf(stderr, "benchmark failed: %s\n", e.what());

@@ -105,13 +105,13 @@ size_t listRaw(sqlite3* db, uint32_t namespaceId) {
     };
     sqlite3_stmt* sets = prepare(
         "SELECT id, namespace_id, name, label, description, visible, per_instance, editable, template_type,"
-        " applicable_type_value, aliases FROM lib_pset WHERE namespace_id = ?1 ORDER BY position, id");
+        " applicable_type_value, aliases, source FROM lib_pset WHERE namespace_id = ?1 ORDER BY position, id");
     sqlite3_stmt* classes = prepare(
         "SELECT c.set_id, c.class_name FROM lib_pset_class c JOIN lib_pset s ON s.id = c.set_id"
         " WHERE s.namespace_id = ?1 ORDER BY c.set_id, c.position");
     sqlite3_stmt* definitions = prepare(
         "SELECT d.id, d.set_id, d.kind, d.name, d.label, d.description, d.type_kind, d.type_code, d.value_category,"
-        " d.type_data, d.measure, d.aliases FROM lib_pset_definition d WHERE d.set_id = ?1 AND d.kind = ?2"
+        " d.type_data, d.measure, d.aliases, d.source FROM lib_pset_definition d WHERE d.set_id = ?1 AND d.kind = ?2"
         " ORDER BY d.position, d.id");
     auto text = [](sqlite3_stmt* stmt, int column) {
         const auto* t = reinterpret_cast<const char*>(sqlite3_column_text(stmt, column));
@@ -121,7 +121,7 @@ size_t listRaw(sqlite3* db, uint32_t namespaceId) {
     sqlite3_bind_int64(sets, 1, namespaceId);
     while (sqlite3_step(sets) == SQLITE_ROW) {
         std::vector<std::string> row;
-        for (int c : {2, 3, 4, 8, 9, 10})
+        for (int c : {2, 3, 4, 8, 9, 10, 11})
             row.push_back(text(sets, c));
         setRows.emplace_back(sqlite3_column_int64(sets, 0), std::move(row));
     }
@@ -139,7 +139,7 @@ size_t listRaw(sqlite3* db, uint32_t namespaceId) {
                 RawDefinition row;
                 for (int c : {0, 1, 2, 6, 7, 8})
                     row.numbers.push_back(sqlite3_column_int64(definitions, c));
-                for (int c : {3, 4, 5, 9, 10, 11})
+                for (int c : {3, 4, 5, 9, 10, 11, 12})
                     row.texts.push_back(text(definitions, c));
                 characters += row.texts[0].size() + row.texts[1].size();
                 rows.push_back(std::move(row));

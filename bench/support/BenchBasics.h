@@ -18,11 +18,12 @@ double timeMs(F&& work) {
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
-// A fresh folder under the system's temporary folder, removed with everything in it.
+// A fresh folder under the system's temporary folder (or under `parent`), removed with
+// everything in it.
 class Folder {
 public:
-    explicit Folder(const char* prefix) {
-        std::string pattern = (std::filesystem::temp_directory_path() / (std::string(prefix) + "-XXXXXX")).string();
+    explicit Folder(const char* prefix, const std::filesystem::path& parent = std::filesystem::temp_directory_path()) {
+        std::string pattern = (parent / (std::string(prefix) + "-XXXXXX")).string();
         if (!mkdtemp(pattern.data()))
             throw std::runtime_error("cannot create a temporary folder");
         m_path = pattern;

@@ -23,7 +23,8 @@ PropertyDefinitionRecord definition(const char* name, DefinitionKind kind, TypeS
 }
 
 // Two namespaces in an order that is not alphabetical, one read-only with an official set
-// (classes, aliases, a kind kept as text), one of the office with an enumeration and a measure.
+// (classes, aliases, a kind kept as text, what its file gave), one of the office with an
+// enumeration and a measure.
 void fillPropertySets(const std::shared_ptr<Library>& library) {
     PropertySetStore store(library);
     PropertyNamespaceRecord official;
@@ -40,6 +41,7 @@ void fillPropertySets(const std::shared_ptr<Library>& library) {
     wall.applicableTypeValue = W("IfcWall/SOLIDWALL");
     wall.applicableClasses = {W("IfcWall"), W("IfcWallStandardCase")};
     wall.aliases = {{W("de-DE"), W("Wand"), W("Gemeinsame Eigenschaften")}, {W("fr"), W("Mur"), W("")}};
+    wall.source = R"({"ifdguid":"abc","ifcVersion":"IFC4","applicability":""})";
     const uint32_t wallId = store.createPropertySet(wall);
     PropertyDefinitionRecord curve = definition("SoundCurve", DefinitionKind::kProperty,
                                                 {TypeSpecification::kExtended, 10, 4, "<TypePropertyTableValue>\n  <x/>"});
@@ -51,7 +53,13 @@ void fillPropertySets(const std::shared_ptr<Library>& library) {
                    {TypeSpecification::kEnumeration, 11, 1,
                     R"({"type":"Enum","values":[{"ref":"NEW","desc":"Neu"},"EXISTING"],"allow_custom_value":true})"});
     status.setId = wallId;
+    status.source = R"({"enumList":"PEnum_ElementStatus","enumItems":["NEW","EXISTING"]})";
     store.createDefinition(status);
+    PropertyDefinitionRecord height = definition("Height", DefinitionKind::kProperty, {TypeSpecification::kPrimitive, 10, 1, ""});
+    height.setId = wallId;
+    height.measure = W("LENGTH");
+    height.source = R"({"dataType":"IfcPositiveLengthMeasure"})";
+    store.createDefinition(height);
 
     PropertyNamespaceRecord office;
     office.name = W("Office");
@@ -68,6 +76,7 @@ void fillPropertySets(const std::shared_ptr<Library>& library) {
                                               {TypeSpecification::kFormula, 10, 1, R"({"type":"Formula","values":"Area * 0.9"})"});
     net.setId = finishesId;
     net.measure = W("AREA");
+    net.source = R"({"dataType":"IfcAreaMeasure"})";
     store.createDefinition(net);
     PropertySetRecord empty;
     empty.namespaceId = finishes.namespaceId;
@@ -100,6 +109,7 @@ std::string describe(const std::shared_ptr<Library>& library) {
             for (const auto& ifcType : set.applicableClasses)
                 add(ifcType);
             aliases(set.aliases);
+            text += set.source + "|";
             for (DefinitionKind kind : {DefinitionKind::kProperty, DefinitionKind::kValue})
                 for (const auto& d : store.definitions(set.id, kind)) {
                     text += "\n  DEF " + std::to_string(int(kind)) + " ";
@@ -108,6 +118,7 @@ std::string describe(const std::shared_ptr<Library>& library) {
                     text += std::to_string(d.type.kind) + "|" + std::to_string(d.type.code) + "|" +
                             std::to_string(d.type.valueCategory) + "|" + d.type.data + "|";
                     aliases(d.aliases);
+                    text += d.source + "|";
                 }
         }
     }
@@ -162,7 +173,8 @@ TEST_F(ExchangeTest, TheSchemaNamesEveryPropertySetMember) {
     EXPECT_EQ(keys(official), keys(defs["propertyNamespace"]["properties"]));
     EXPECT_EQ(keys(wall), keys(defs["propertySet"]["properties"]));
     EXPECT_EQ(keys(wall["aliases"][0]), keys(defs["aliases"]["items"]["properties"]));
-    EXPECT_EQ(keys(wall["propertyDefinitions"][0]), keys(defs["propertyDefinition"]["properties"]));
+    EXPECT_EQ(keys(wall["propertyDefinitions"][2]), keys(defs["propertyDefinition"]["properties"]))
+        << "a property with a measure and what its file gave";
     EXPECT_EQ(keys(wall["propertyDefinitions"][0]["type"]), keys(defs["typeSpecifier"]["properties"]));
     EXPECT_EQ(keys(net), keys(defs["valueDefinition"]["properties"]));
 }

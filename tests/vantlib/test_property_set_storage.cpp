@@ -118,7 +118,9 @@ TEST(PropertySetStorage, EveryFieldIsReadBackAsWritten) {
     set.templateType = W("PSET_TYPEDRIVENOVERRIDE");
     set.applicableTypeValue = W("IfcWall/SOLIDWALL");
     set.applicableClasses = names({"IfcWall", "IfcWallStandardCase"});
-    set.aliases = {{W("de"), W("Wand allgemein"), W("Gemeinsame Eigenschaften")}, {W("fr-FR"), W("Mur"), W("Propriétés")}};
+    // Texts the stored JSON must escape.
+    set.aliases = {{W("de"), W("Wand \"allgemein\""), W("Gemeinsame\tEigenschaften\n\\ \x01")}, {W("fr-FR"), W("Mur"), W("Propriétés")}};
+    set.source = R"({"ifdguid":"abc","ifcVersion":"IFC4"})";
     set.id = f.store.createPropertySet(set);
     auto readSet = f.store.findPropertySet(ns.id, W("pset_wallcommon"));
     ASSERT_TRUE(readSet);
@@ -130,6 +132,7 @@ TEST(PropertySetStorage, EveryFieldIsReadBackAsWritten) {
     EXPECT_EQ(set.applicableTypeValue, readSet->applicableTypeValue);
     EXPECT_EQ(set.applicableClasses, readSet->applicableClasses);
     EXPECT_EQ(set.aliases, readSet->aliases);
+    EXPECT_EQ(set.source, readSet->source);
     ASSERT_EQ(1u, f.store.propertySets(ns.id).size());
     EXPECT_EQ(set.applicableClasses, f.store.propertySets(ns.id)[0].applicableClasses) << "the listing carries the classes";
 
@@ -144,6 +147,7 @@ TEST(PropertySetStorage, EveryFieldIsReadBackAsWritten) {
     value.type.data = R"({"type":"Formula","values":"Width * Height"})";
     value.measure = W("AREA");
     value.aliases = {{W("de"), W("Nettofläche"), W("")}};
+    value.source = R"({"dataType":"IfcAreaMeasure"})";
     value.id = f.store.createDefinition(value);
     PropertyDefinitionRecord table;
     table.setId = set.id;
@@ -159,8 +163,41 @@ TEST(PropertySetStorage, EveryFieldIsReadBackAsWritten) {
     EXPECT_EQ(value.type, readValue->type);
     EXPECT_EQ(value.measure, readValue->measure);
     EXPECT_EQ(value.aliases, readValue->aliases);
+    EXPECT_EQ(value.source, readValue->source);
     EXPECT_EQ(table.type, f.store.findDefinition(table.id)->type) << "an extended kind keeps its text whole";
     EXPECT_EQ(2u, f.store.namespaceDefinitions(ns.id).size());
+}
+
+TEST(PropertySetStorage, DefinitionsWrittenTogetherFollowTheRulesOfOneAtATime) {
+    Fixture f;
+    const uint32_t set = f.addSet(f.addNamespace("Office"), "Walls");
+    f.addDefinition(set, "Finish");
+    f.addDefinition(set, "Area", DefinitionKind::kValue);
+    auto record = [&](const char* name, DefinitionKind kind = DefinitionKind::kProperty) {
+        PropertyDefinitionRecord r;
+        r.kind = kind;
+        r.name = W(name);
+        r.aliases = {{W("de"), W(name), W("")}};
+        return r;
+    };
+
+    const auto ids = f.store.createDefinitions(set, {record("Colour"), record("Volume", DefinitionKind::kValue), record("Height"),
+                                                     record("Finish", DefinitionKind::kValue)});
+    ASSERT_EQ(4u, ids.size());
+    EXPECT_EQ(names({"Finish", "Colour", "Height"}), f.definitionNames(set)) << "appended after what the set had";
+    EXPECT_EQ(names({"Area", "Volume", "Finish"}), f.definitionNames(set, DefinitionKind::kValue)) << "names are per kind";
+    EXPECT_EQ(W("Height"), f.store.findDefinition(ids[2])->aliases[0].name);
+    EXPECT_EQ(set, f.store.findDefinition(ids[0])->setId);
+
+    // A taken name, in the set or earlier in the same call, an empty name, or an unknown set:
+    // nothing of the call stays.
+    EXPECT_THROW(f.store.createDefinitions(set, {record("Width"), record("COLOUR")}), ObjectNotUnique);
+    EXPECT_THROW(f.store.createDefinitions(set, {record("Width"), record("width")}), ObjectNotUnique);
+    EXPECT_THROW(f.store.createDefinitions(set, {record("Width"), record("")}), ConsistencyError);
+    EXPECT_THROW(f.store.createDefinitions(set + 100, {record("Width")}), ConsistencyError);
+    EXPECT_EQ(names({"Finish", "Colour", "Height"}), f.definitionNames(set));
+    f.addDefinition(set, "Last");
+    EXPECT_EQ(names({"Finish", "Colour", "Height", "Last"}), f.definitionNames(set)) << "positions go on after the call's";
 }
 
 TEST(PropertySetStorage, OrderIsKeptAndMovesStayInsideTheList) {

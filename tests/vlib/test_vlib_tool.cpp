@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -152,7 +153,7 @@ TEST_F(VlibTool, DemoLibrariesHoldTheSteelCatalogueAndTheProjectsOwnProfiles) {
 
 TEST_F(VlibTool, PsetsListsTheOfficesEditableSetsWithTheirTypes) {
     const std::string central = demoFile("central-metric.vlib").string();
-    const ToolRun all = vlib({"psets", central, "list"});
+    const ToolRun all = vlib({"psets", central, "list", "--namespace", "Office"});
     ASSERT_EQ(all.exitCode, 0) << all.err;
     const auto listed = lines(all.out);
     EXPECT_EQ(listed.count("namespace Office \"Office standards\""), 1u) << all.out;
@@ -168,6 +169,85 @@ TEST_F(VlibTool, PsetsListsTheOfficesEditableSetsWithTheirTypes) {
     EXPECT_EQ(missing.exitCode, 1);
     EXPECT_NE(missing.err.find("no namespace named 'Nowhere'"), std::string::npos) << missing.err;
     EXPECT_EQ(vlib({"psets", central, "rename"}).exitCode, 2) << "an unknown action is wrong use";
+}
+
+TEST_F(VlibTool, DemoCentralLibraryHoldsTheOfficialSetsReadOnlyBesideTheOffices) {
+    const std::string central = demoFile("central-metric.vlib").string();
+    const ToolRun official = vlib({"psets", central, "list", "--namespace", "IFC4"});
+    ASSERT_EQ(official.exitCode, 0) << official.err;
+    const auto listed = lines(official.out);
+    EXPECT_EQ(listed.count("namespace IFC4 \"IFC4 official property sets\" (read-only)"), 1u) << official.out;
+    size_t sets = 0;
+    for (const std::string& line : listed)
+        sets += line.rfind("  set ", 0) == 0;
+    EXPECT_EQ(sets, 27u);
+    EXPECT_EQ(listed.count("  set Qto_WallBaseQuantities for IfcWall"), 1u) << official.out;
+    EXPECT_NE(official.out.find(": Extended type ("), std::string::npos) << "kinds the editors cannot change are shown";
+    const ToolRun office = vlib({"psets", central, "list", "--namespace", "Office"});
+    EXPECT_NE(office.out.find("namespace Office \"Office standards\"\n"), std::string::npos) << office.out;
+}
+
+TEST_F(VlibTool, DemoWithoutTheOfficialFilesSaysSoAndWritesTheRest) {
+    // A vlib with no res/psd beside or above it.
+    const fs::path bin = scratch("lonely") / "bin";
+    fs::remove_all(bin.parent_path());
+    fs::create_directories(bin);
+    fs::copy_file(fs::path(VL_BIN_DIR) / "vlib", bin / "vlib");
+    const fs::path out = bin.parent_path() / "out.txt";
+    const std::string demo = (bin.parent_path() / "demo").string();
+    ASSERT_EQ(std::system((quoted((bin / "vlib").string()) + " demo " + quoted(demo) + " > " + quoted(out.string())).c_str()), 0);
+    const std::string said = readBytes(out);
+    EXPECT_NE(said.find("The official property-set definitions were not found"), std::string::npos) << said;
+    EXPECT_NE(said.find("0 official and 3 office property sets"), std::string::npos) << said;
+    const ToolRun listed = vlib({"psets", demo + "/central-metric.vlib", "list"});
+    EXPECT_EQ(listed.out.find("namespace IFC4"), std::string::npos) << listed.out;
+    EXPECT_NE(listed.out.find("namespace Office"), std::string::npos) << listed.out;
+    EXPECT_EQ(vlib({"info", demo + "/demo.vldwg"}).exitCode, 0) << "the drawing is written too";
+}
+
+TEST_F(VlibTool, PsetsImportAndExportDefinitionFiles) {
+    const std::string officialFolder = std::string(VL_TEST_DATA_DIR) + "/psd/IFC4_ADD2_TC1";
+    const std::string library = scratch("psets.vlib").string();
+    fs::remove(library);
+    ASSERT_EQ(vlib({"create", library}).exitCode, 0);
+    const ToolRun imported = vlib({"psets", library, "import", officialFolder});
+    ASSERT_EQ(imported.exitCode, 0) << imported.err;
+    EXPECT_EQ(imported.out, "Imported 27 property sets into the namespace 'IFC4_ADD2_TC1' of " + library + "\n");
+
+    // Exported and imported again under another name, the namespace lists the same.
+    const fs::path folder = scratch("psets-exported");
+    fs::remove_all(folder);
+    const ToolRun exported = vlib({"psets", library, "export", folder.string()});
+    ASSERT_EQ(exported.exitCode, 0) << exported.err;
+    EXPECT_TRUE(fs::exists(folder / "Pset_WallCommon.xml"));
+    ASSERT_EQ(vlib({"psets", library, "import", folder.string(), "--namespace", "Again"}).exitCode, 0);
+    std::string first = vlib({"psets", library, "list", "--namespace", "IFC4_ADD2_TC1"}).out;
+    std::string again = vlib({"psets", library, "list", "--namespace", "Again"}).out;
+    first.erase(0, first.find('\n'));
+    again.erase(0, again.find('\n'));
+    EXPECT_EQ(first, again);
+
+    // One set to one file; a set name two namespaces share needs the namespace.
+    const std::string single = scratch("wall.xml").string();
+    EXPECT_EQ(vlib({"psets", library, "export", single, "--set", "Pset_WallCommon"}).exitCode, 1);
+    const ToolRun one = vlib({"psets", library, "export", single, "--set", "pset_wallcommon", "--namespace", "Again"});
+    ASSERT_EQ(one.exitCode, 0) << one.err;
+    EXPECT_EQ(readBytes(single).substr(readBytes(single).find('\n')),
+              readBytes(officialFolder + "/Pset_WallCommon.xml").substr(readBytes(officialFolder + "/Pset_WallCommon.xml").find('\n')) + "\n");
+
+    // A broken file among good ones: nothing is imported, and the message says where.
+    const fs::path broken = scratch("psets-broken");
+    fs::remove_all(broken);
+    fs::create_directories(broken);
+    fs::copy_file(officialFolder + "/Pset_BeamCommon.xml", broken / "Pset_BeamCommon.xml");
+    writeBytes(broken / "Pset_Zzz.xml", "<PropertySetDef>\n  <Name>Pset_Zzz</Name>\n  <PropertyDefs>\n    <PropertyDef>\n"
+                                       "      <Name>X</Name>\n      <PropertyType><TypePropertySingleValue><DataType type=\"IfcNoSuchType\"/>"
+                                       "</TypePropertySingleValue></PropertyType>\n    </PropertyDef>\n  </PropertyDefs>\n</PropertySetDef>\n");
+    const ToolRun refused = vlib({"psets", library, "import", broken.string(), "--namespace", "Broken"});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_NE(refused.err.find((broken / "Pset_Zzz.xml").string() + ":6: "), std::string::npos) << refused.err;
+    EXPECT_NE(refused.err.find("nothing was imported"), std::string::npos) << refused.err;
+    EXPECT_EQ(vlib({"psets", library, "list", "--namespace", "Broken"}).exitCode, 1);
 }
 
 TEST_F(VlibTool, ProjectLibraryHoldsEditedCopiesUnderCentralNames) {

@@ -129,22 +129,27 @@ DemoFiles writeDemo(const fs::path& dir, std::ostream& out) {
     PendingFile centralFile(dir / ".central-metric.part.vlib");
     PendingFile drawingFile(dir / ".demo.part.vldwg");
     size_t steelSections = 0;
+    size_t officialPropertySets = 0;
     size_t officePropertySets = 0;
+    std::string officialMissing;
     ProjectProfiles projectProfiles;
     {
         const auto central = vantlib::Library::create(centralFile.odPath(), OdDb::kUnitsMillimeters);
         central->set_description(L"Central library, metric (demo content)");
         fillLibrary(central, centralMaterials(), centralCompositions());
         steelSections = addCentralProfiles(central);
+        officialPropertySets = addOfficialPropertySets(central, officialMissing);
         officePropertySets = addOfficePropertySets(central);
         projectProfiles = writeDrawing(drawingFile, *central);
     }
     centralFile.moveTo(files.centralLibrary);
     drawingFile.moveTo(files.drawing);
 
+    if (!officialMissing.empty())
+        out << officialMissing << '\n';
     out << "Wrote " << files.centralLibrary.string() << ": " << centralMaterials().size() << " materials, "
         << centralCompositions().size() << " compositions, " << steelSections << " steel sections, "
-        << officePropertySets << " property sets of the office\n"
+        << officialPropertySets << " official and " << officePropertySets << " office property sets\n"
         << "Wrote " << files.drawing.string() << ": embedded project library with " << projectMaterials().size()
         << " materials, " << projectCompositions().size() << " compositions, " << projectProfiles.profiles
         << " profiles; " << std::size(kUses) + projectProfiles.elements << " elements using them\n";

@@ -1,13 +1,18 @@
-// vlib psets FILE list [--namespace N]
+// vlib psets LIBRARY list [--namespace N]
+// vlib psets LIBRARY import FILE|FOLDER... [--namespace N]
+// vlib psets LIBRARY export FOLDER|FILE.xml [--namespace N] [--set S]...
 #include <ostream>
 
 #include <vantlib/Criteria.h>
+#include <vantlib/Library.h>
 #include <vl_db/PropertySets.h>
+#include <vl_db/PsdLibrary.h>
 
 #include "Arguments.h"
 #include "Commands.h"
 #include "Kinds.h"
 #include "LibraryFiles.h"
+#include "Progress.h"
 
 namespace vlib {
 
@@ -62,7 +67,7 @@ std::string typeText(const vl_db::AbstractTypeSpecifier& specifier) {
         return code + " from the value " +
                toUtf8(static_cast<const vl_db::ValueDefinitionTypeSpecifier<OdString>&>(specifier).valueDefinition());
     case Kind::kExtended:
-        return code + " extended type (value category " + std::to_string(specifier.valueCategory()) + ")";
+        return "Extended type (" + code + ", value category " + std::to_string(specifier.valueCategory()) + ")";
     }
     return code;
 }
@@ -98,29 +103,107 @@ void listNamespace(const vl_db::INamespace& ns, std::ostream& out) {
     }
 }
 
+bool namespaceChosen(const Arguments& args, const OdString& name) {
+    return !args.has("namespace") || vantlib::StringCriteria().equals(toOd(args.value("namespace"))).matches(name);
+}
+
+void requireNamespaceFound(const Arguments& args, bool found) {
+    if (args.has("namespace") && !found)
+        throw std::runtime_error(args.positional()[0] + ": no namespace named '" + args.value("namespace") + "'");
+}
+
 int listPropertySets(const Arguments& args, std::ostream& out) {
+    args.requirePositional(2, "LIBRARY list");
     const auto library = vl_db::propertySetLibrary(openLibrary(args.positional()[0], true));
     bool found = false;
     for (const auto& ns : library->namespaces()) {
-        if (args.has("namespace") && !vantlib::StringCriteria().equals(toOd(args.value("namespace"))).matches(ns->name()))
+        if (!namespaceChosen(args, ns->name()))
             continue;
         listNamespace(*ns, out);
         found = true;
     }
-    if (args.has("namespace") && !found)
-        throw std::runtime_error(args.positional()[0] + ": no namespace named '" + args.value("namespace") + "'");
+    requireNamespaceFound(args, found);
+    return 0;
+}
+
+int importPropertySets(const Arguments& args, std::ostream& out) {
+    args.requirePositional(3, "LIBRARY import FILE...", true);
+    const std::vector<std::string> paths(args.positional().begin() + 2, args.positional().end());
+    vl_db::PsdImportTarget target;
+    target.namespaceName = args.has("namespace") ? toOd(args.value("namespace")) : vl_db::psdNamespaceNameOf(paths.front());
+    vantlib::PropertySetStore store(openLibrary(args.positional()[0], false));
+    const size_t setsBefore = [&] {
+        const auto ns = store.findNamespace(target.namespaceName);
+        return ns ? store.propertySets(ns->id).size() : size_t(0);
+    }();
+    uint32_t namespaceId = 0;
+    try {
+        TerminalProgress progress("Reading");
+        namespaceId = vl_db::importPsdFiles(store, paths, target, [&](size_t done, size_t total) { progress(done, total); });
+    } catch (const vantlib::Exception& e) {
+        throw std::runtime_error(std::string(e.what()) + "; nothing was imported");
+    }
+    const auto ns = store.findNamespace(namespaceId);
+    out << "Imported " << store.propertySets(namespaceId).size() - setsBefore << " property sets into the namespace '"
+        << toUtf8(ns->name) << "' of " << args.positional()[0] << '\n';
+    return 0;
+}
+
+// The chosen sets: those named by --set (each must be found once), else every set, of the
+// chosen namespace or of all.
+std::vector<uint32_t> chosenSets(const Arguments& args, const vantlib::PropertySetStore& store) {
+    std::vector<uint32_t> ids;
+    const std::vector<std::string> names = args.values("set");
+    std::vector<int> found(names.size(), 0);
+    bool namespaceFound = false;
+    for (const auto& ns : store.namespaces()) {
+        if (!namespaceChosen(args, ns.name))
+            continue;
+        namespaceFound = true;
+        for (const auto& set : store.propertySets(ns.id)) {
+            bool chosen = names.empty();
+            for (size_t i = 0; i < names.size(); ++i) {
+                if (vantlib::StringCriteria().equals(toOd(names[i])).matches(set.name)) {
+                    chosen = true;
+                    ++found[i];
+                }
+            }
+            if (chosen)
+                ids.push_back(set.id);
+        }
+    }
+    requireNamespaceFound(args, namespaceFound);
+    for (size_t i = 0; i < names.size(); ++i) {
+        if (found[i] == 0)
+            throw std::runtime_error(args.positional()[0] + ": no property set named '" + names[i] + "'");
+        if (found[i] > 1)
+            throw std::runtime_error(args.positional()[0] + ": several namespaces have a set named '" + names[i] +
+                                     "'; name the namespace with --namespace");
+    }
+    return ids;
+}
+
+int exportPropertySets(const Arguments& args, std::ostream& out) {
+    args.requirePositional(3, "LIBRARY export FOLDER|FILE.xml");
+    const vantlib::PropertySetStore store(openLibrary(args.positional()[0], true));
+    const std::vector<std::string> written = vl_db::exportPsdFiles(store, chosenSets(args, store), args.positional()[2]);
+    out << "Exported " << written.size() << " property sets to " << args.positional()[2] << '\n';
     return 0;
 }
 
 }  // namespace
 
 int psetsCommand(const Words& words, std::ostream& out) {
-    const Arguments args(words, {}, {"namespace"});
-    args.requirePositional(2, "FILE list");
+    const Arguments args(words, {}, {"namespace", "set"});
+    args.requirePositional(2, "LIBRARY list|import|export ...", true);
     const std::string& action = args.positional()[1];
     if (action == "list")
         return listPropertySets(args, out);
-    throw UsageError("unknown psets action '" + action + "' (list)");
+    if (action == "import")
+        return importPropertySets(args, out);
+    if (action == "export")
+        return exportPropertySets(args, out);
+    throw UsageError("unknown psets action '" + action + "' (list, import, export)");
 }
 
 }  // namespace vlib

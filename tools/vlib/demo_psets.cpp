@@ -2,7 +2,10 @@
 // editor uses, so the demo also shows that they keep what they are given.
 #include "DemoPropertySets.h"
 
+#include <filesystem>
+
 #include <vl_db/PropertySets.h>
+#include <vl_db/PsdLibrary.h>
 
 namespace vlib::demo {
 
@@ -75,6 +78,22 @@ size_t addOfficePropertySets(const std::shared_ptr<vantlib::Library>& central) {
 
     library->commit();
     return office->propertySets().size();
+}
+
+size_t addOfficialPropertySets(const std::shared_ptr<vantlib::Library>& central, std::string& missing) {
+    std::error_code error;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+    const std::string programFolder = error ? std::string(".") : program.parent_path().string();
+    const std::string folder = vl_db::findOfficialPsdFolder(programFolder);
+    if (folder.empty()) {
+        missing = "The official property-set definitions were not found (no res/psd beside or above " + programFolder +
+                  "); the central library holds only the office's own property sets.";
+        return 0;
+    }
+    vantlib::PropertySetStore store(central);
+    const uint32_t official =
+        vl_db::importPsdFiles(store, {folder}, {L"IFC4", L"IFC4 official property sets", false});
+    return store.propertySets(official).size();
 }
 
 }  // namespace vlib::demo

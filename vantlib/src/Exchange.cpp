@@ -414,6 +414,12 @@ void writeAliases(JsonText& out, const std::vector<LocalizedName>& aliases) {
     out.endArray();
 }
 
+// What a definition file gave beyond the library's fields, as the text it is stored as.
+void writeSource(JsonText& out, const std::string& source) {
+    if (!source.empty())
+        out.member("source", source);
+}
+
 void writeDefinition(JsonText& out, const PropertyDefinitionRecord& definition) {
     out.beginObject();
     out.member("name", definition.name);
@@ -434,9 +440,10 @@ void writeDefinition(JsonText& out, const PropertyDefinitionRecord& definition) 
             out.value(definition.type.data);
     }
     out.endObject();
-    if (definition.kind == DefinitionKind::kValue)
+    if (definition.kind == DefinitionKind::kValue || !definition.measure.isEmpty())
         out.member("measure", definition.measure);
     writeAliases(out, definition.aliases);
+    writeSource(out, definition.source);
     out.endObject();
 }
 
@@ -475,6 +482,7 @@ void writePropertyNamespaces(JsonText& out, const PropertySetStore& store) {
                 out.value(ifcType);
             out.endArray();
             writeAliases(out, set.aliases);
+            writeSource(out, set.source);
             writeDefinitions(out, "propertyDefinitions", store.definitions(set.id, DefinitionKind::kProperty));
             writeDefinitions(out, "valueDefinitions", store.definitions(set.id, DefinitionKind::kValue));
             out.endObject();
@@ -1180,9 +1188,9 @@ private:
             definition.label = OdString::fromUtf8(fields.text("label"));
             definition.description = OdString::fromUtf8(fields.text("description"));
             definition.type = readType(fields);
-            if (kind == DefinitionKind::kValue)
-                definition.measure = OdString::fromUtf8(fields.text("measure"));
+            definition.measure = OdString::fromUtf8(fields.text("measure"));
             definition.aliases = readAliases(fields);
+            definition.source = fields.text("source");
             fields.finish();
             definitions.push_back(std::move(definition));
         }
@@ -1229,6 +1237,7 @@ private:
                     }
                 }
                 set.aliases = readAliases(s);
+                set.source = s.text("source");
                 entry.definitions = readDefinitions(s, "propertyDefinitions", DefinitionKind::kProperty);
                 for (auto& definition : readDefinitions(s, "valueDefinitions", DefinitionKind::kValue))
                     entry.definitions.push_back(std::move(definition));

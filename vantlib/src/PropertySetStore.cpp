@@ -5,6 +5,7 @@
 #include <vantlib/PropertySets.h>
 
 #include <algorithm>
+#include <set>
 
 #include <nlohmann/json.hpp>
 
@@ -60,6 +61,22 @@ uint32_t nextPosition(LibraryStore& store, const Level& level, uint32_t parent, 
     return position;
 }
 
+[[noreturn]] void throwTaken(const Level& level, DefinitionKind kind, const OdString& name) {
+    const ObjectType type = &level == &kDefinitionLevel && kind == DefinitionKind::kValue ? kValueDefinition : level.type;
+    throw ObjectNotUnique(type, name, OdString::fromUtf8("The name '" + textToUtf8(name) + "' is taken by another " +
+                                                         level.what + level.scope));
+}
+
+// A name as the schema's NOCASE collation compares it: ASCII letters folded, nothing else.
+std::string nocaseKey(const OdString& name) {
+    std::string key = textToUtf8(name);
+    for (char& c : key) {
+        if (c >= 'A' && c <= 'Z')
+            c = char(c - 'A' + 'a');
+    }
+    return key;
+}
+
 // A name that is empty or taken among the siblings of `exceptId` raises the error that says so.
 void checkName(LibraryStore& store, const Level& level, uint32_t parent, DefinitionKind kind, const OdString& name,
                uint32_t exceptId) {
@@ -73,9 +90,7 @@ void checkName(LibraryStore& store, const Level& level, uint32_t parent, Definit
     stmt.reset();
     if (!taken)
         return;
-    const ObjectType type = &level == &kDefinitionLevel && kind == DefinitionKind::kValue ? kValueDefinition : level.type;
-    throw ObjectNotUnique(type, name, OdString::fromUtf8("The name '" + textToUtf8(name) + "' is taken by another " +
-                                                         level.what + level.scope));
+    throwTaken(level, kind, name);
 }
 
 void requireRow(LibraryStore& store, const Level& level, uint32_t id) {
@@ -126,15 +141,49 @@ auto write(const std::shared_ptr<Library>& library, Operation&& operation) -> de
     });
 }
 
+// A JSON string as nlohmann's dump() writes it; the aliases are written by hand because they
+// are written for every definition an import stores, and building JSON values first costs more
+// than the insert.
+void appendJsonString(std::string& out, const std::string& text) {
+    static const char* const kHex = "0123456789abcdef";
+    out += '"';
+    for (const char c : text) {
+        switch (c) {
+        case '"': out += "\\\""; break;
+        case '\\': out += "\\\\"; break;
+        case '\b': out += "\\b"; break;
+        case '\f': out += "\\f"; break;
+        case '\n': out += "\\n"; break;
+        case '\r': out += "\\r"; break;
+        case '\t': out += "\\t"; break;
+        default:
+            if (static_cast<unsigned char>(c) < 0x20) {
+                out += "\\u00";
+                out += kHex[(c >> 4) & 0xF];
+                out += kHex[c & 0xF];
+            } else {
+                out += c;
+            }
+        }
+    }
+    out += '"';
+}
+
+// [{"definition": ..., "language": ..., "name": ...}, ...] with the keys in nlohmann's order.
 std::string aliasesToJson(const std::vector<LocalizedName>& aliases) {
     if (aliases.empty())
         return std::string();
-    Json list = Json::array();
-    for (const LocalizedName& alias : aliases)
-        list.push_back({{"language", textToUtf8(alias.language)},
-                        {"name", textToUtf8(alias.name)},
-                        {"definition", textToUtf8(alias.definition)}});
-    return list.dump();
+    std::string list = "[";
+    for (const LocalizedName& alias : aliases) {
+        list += list.size() > 1 ? ",{\"definition\":" : "{\"definition\":";
+        appendJsonString(list, textToUtf8(alias.definition));
+        list += ",\"language\":";
+        appendJsonString(list, textToUtf8(alias.language));
+        list += ",\"name\":";
+        appendJsonString(list, textToUtf8(alias.name));
+        list += '}';
+    }
+    return list + ']';
 }
 
 std::vector<LocalizedName> aliasesFromJson(const std::string& text) {
@@ -171,7 +220,7 @@ PropertyNamespaceRecord readNamespace(const Statement& row) {
 
 const char* const kSetColumns =
     "id, namespace_id, name, label, description, visible, per_instance, editable, template_type, "
-    "applicable_type_value, aliases FROM lib_pset";
+    "applicable_type_value, aliases, source FROM lib_pset";
 
 PropertySetRecord readSet(const Statement& row) {
     PropertySetRecord record;
@@ -186,10 +235,11 @@ PropertySetRecord readSet(const Statement& row) {
     record.templateType = row.text(8);
     record.applicableTypeValue = row.text(9);
     record.aliases = aliasesFromJson(row.utf8(10));
+    record.source = row.utf8(11);
     return record;
 }
 
-// Binds the set's own fields at 1..9.
+// Binds the set's own fields at 1..10.
 void bindSet(Statement& stmt, const PropertySetRecord& record) {
     stmt.bind(1, record.name)
         .bind(2, record.label)
@@ -199,7 +249,8 @@ void bindSet(Statement& stmt, const PropertySetRecord& record) {
         .bind(6, int(record.editable))
         .bind(7, record.templateType)
         .bind(8, record.applicableTypeValue)
-        .bind(9, aliasesToJson(record.aliases));
+        .bind(9, aliasesToJson(record.aliases))
+        .bind(10, record.source);
 }
 
 void readClasses(LibraryStore& store, PropertySetRecord& record) {
@@ -236,7 +287,7 @@ void writeClasses(LibraryStore& store, const PropertySetRecord& record) {
 
 const char* const kDefinitionColumns =
     "d.id, d.set_id, d.kind, d.name, d.label, d.description, d.type_kind, d.type_code, d.value_category, d.type_data, "
-    "d.measure, d.aliases FROM lib_pset_definition d";
+    "d.measure, d.aliases, d.source FROM lib_pset_definition d";
 
 PropertyDefinitionRecord readDefinition(const Statement& row) {
     PropertyDefinitionRecord record;
@@ -255,10 +306,11 @@ PropertyDefinitionRecord readDefinition(const Statement& row) {
     record.type.data = row.utf8(9);
     record.measure = row.text(10);
     record.aliases = aliasesFromJson(row.utf8(11));
+    record.source = row.utf8(12);
     return record;
 }
 
-// Binds the definition's own fields at 1..9.
+// Binds the definition's own fields at 1..10.
 void bindDefinition(Statement& stmt, const PropertyDefinitionRecord& record) {
     stmt.bind(1, record.name)
         .bind(2, record.label)
@@ -268,7 +320,8 @@ void bindDefinition(Statement& stmt, const PropertyDefinitionRecord& record) {
         .bind(6, record.type.valueCategory)
         .bind(7, record.type.data)
         .bind(8, record.measure)
-        .bind(9, aliasesToJson(record.aliases));
+        .bind(9, aliasesToJson(record.aliases))
+        .bind(10, record.source);
 }
 
 void checkKind(DefinitionKind kind) {
@@ -387,10 +440,11 @@ uint32_t PropertySetStore::createPropertySet(const PropertySetRecord& record) {
         checkName(store, kSetLevel, record.namespaceId, DefinitionKind::kProperty, record.name, 0);
         Statement& insert = store.statement(
             "INSERT INTO lib_pset(name, label, description, visible, per_instance, editable, template_type,"
-            " applicable_type_value, aliases, namespace_id, position) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11)");
+            " applicable_type_value, aliases, source, namespace_id, position) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11,"
+            " ?12)");
         bindSet(insert, record);
-        insert.bind(10, record.namespaceId)
-            .bind(11, nextPosition(store, kSetLevel, record.namespaceId, DefinitionKind::kProperty))
+        insert.bind(11, record.namespaceId)
+            .bind(12, nextPosition(store, kSetLevel, record.namespaceId, DefinitionKind::kProperty))
             .run();
         PropertySetRecord stored = record;
         stored.id = uint32_t(sqlite3_last_insert_rowid(store.db()));
@@ -408,9 +462,9 @@ void PropertySetStore::updatePropertySet(const PropertySetRecord& record) {
         checkName(store, kSetLevel, *namespaceId, DefinitionKind::kProperty, record.name, record.id);
         Statement& update = store.statement(
             "UPDATE lib_pset SET name = ?1, label = ?2, description = ?3, visible = ?4, per_instance = ?5, editable = ?6,"
-            " template_type = ?7, applicable_type_value = ?8, aliases = ?9 WHERE id = ?10");
+            " template_type = ?7, applicable_type_value = ?8, aliases = ?9, source = ?10 WHERE id = ?11");
         bindSet(update, record);
-        update.bind(10, record.id).run();
+        update.bind(11, record.id).run();
         writeClasses(store, record);
         return 0;
     });
@@ -470,13 +524,49 @@ uint32_t PropertySetStore::createDefinition(const PropertyDefinitionRecord& reco
         checkName(store, kDefinitionLevel, record.setId, record.kind, record.name, 0);
         Statement& insert = store.statement(
             "INSERT INTO lib_pset_definition(name, label, description, type_kind, type_code, value_category, type_data,"
-            " measure, aliases, set_id, kind, position) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12)");
+            " measure, aliases, source, set_id, kind, position) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12,"
+            " ?13)");
         bindDefinition(insert, record);
-        insert.bind(10, record.setId)
-            .bind(11, uint32_t(record.kind))
-            .bind(12, nextPosition(store, kDefinitionLevel, record.setId, record.kind))
+        insert.bind(11, record.setId)
+            .bind(12, uint32_t(record.kind))
+            .bind(13, nextPosition(store, kDefinitionLevel, record.setId, record.kind))
             .run();
         return uint32_t(sqlite3_last_insert_rowid(store.db()));
+    });
+}
+
+std::vector<uint32_t> PropertySetStore::createDefinitions(uint32_t setId, const std::vector<PropertyDefinitionRecord>& records) {
+    for (const PropertyDefinitionRecord& record : records)
+        checkKind(record.kind);
+    return write(m_library, [&](LibraryStore& store) {
+        requireRow(store, kSetLevel, setId);
+        // The names of the set's definitions per kind, and the next position of each kind.
+        std::set<std::string> taken[2];
+        uint32_t position[2] = {0, 0};
+        Statement& existing = store.statement("SELECT kind, name, position FROM lib_pset_definition WHERE set_id = ?1");
+        existing.bind(1, setId);
+        while (existing.step()) {
+            const size_t kind = existing.integer(0) == int(DefinitionKind::kValue);
+            taken[kind].insert(nocaseKey(existing.text(1)));
+            position[kind] = std::max(position[kind], existing.id(2) + 1);
+        }
+        Statement& insert = store.statement(
+            "INSERT INTO lib_pset_definition(name, label, description, type_kind, type_code, value_category, type_data,"
+            " measure, aliases, source, set_id, kind, position) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12,"
+            " ?13)");
+        std::vector<uint32_t> ids;
+        for (const PropertyDefinitionRecord& record : records) {
+            const size_t kind = record.kind == DefinitionKind::kValue;
+            if (record.name.isEmpty())
+                throw ConsistencyError(OdString(L"A definition needs a name"));
+            if (!taken[kind].insert(nocaseKey(record.name)).second)
+                throwTaken(kDefinitionLevel, record.kind, record.name);
+            insert.reset();
+            bindDefinition(insert, record);
+            insert.bind(11, setId).bind(12, uint32_t(record.kind)).bind(13, position[kind]++).run();
+            ids.push_back(uint32_t(sqlite3_last_insert_rowid(store.db())));
+        }
+        return ids;
     });
 }
 
@@ -491,9 +581,9 @@ void PropertySetStore::updateDefinition(const PropertyDefinitionRecord& record) 
         checkName(store, kDefinitionLevel, owner->first, owner->second, record.name, record.id);
         Statement& update = store.statement(
             "UPDATE lib_pset_definition SET name = ?1, label = ?2, description = ?3, type_kind = ?4, type_code = ?5,"
-            " value_category = ?6, type_data = ?7, measure = ?8, aliases = ?9 WHERE id = ?10");
+            " value_category = ?6, type_data = ?7, measure = ?8, aliases = ?9, source = ?10 WHERE id = ?11");
         bindDefinition(update, record);
-        update.bind(10, record.id).run();
+        update.bind(11, record.id).run();
         return 0;
     });
 }

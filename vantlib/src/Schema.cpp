@@ -136,7 +136,10 @@ CREATE INDEX lib_profile_material ON lib_profile(material_id);
 // within their set and kind, letter case ignored. Aliases are JSON text: a list of
 // {"language", "name", "definition"} objects. A definition's type is its kind of specifier,
 // primitive code, value category and the specifier's own data (JSON, or the original text of
-// a kind the editors cannot change).
+// a kind the editors cannot change). `source` keeps, as JSON, what a definition file gave
+// that has no column of its own (identifiers, the IFC data type as written, the constants of
+// an enumeration with their aliases), so that the file can be written back as it was; it is
+// empty for what was made in the library.
 const char* const kSchemaV3 = R"SQL(
 CREATE TABLE lib_pset_namespace(
     id INTEGER PRIMARY KEY,
@@ -157,6 +160,7 @@ CREATE TABLE lib_pset(
     template_type TEXT NOT NULL DEFAULT '',
     applicable_type_value TEXT NOT NULL DEFAULT '',
     aliases TEXT NOT NULL DEFAULT '',
+    source TEXT NOT NULL DEFAULT '',
     UNIQUE(namespace_id, name));
 CREATE INDEX lib_pset_order ON lib_pset(namespace_id, position);
 CREATE TABLE lib_pset_class(
@@ -180,6 +184,7 @@ CREATE TABLE lib_pset_definition(
     type_data TEXT NOT NULL DEFAULT '',
     measure TEXT NOT NULL DEFAULT '',
     aliases TEXT NOT NULL DEFAULT '',
+    source TEXT NOT NULL DEFAULT '',
     UNIQUE(set_id, kind, name));
 CREATE INDEX lib_pset_definition_order ON lib_pset_definition(set_id, kind, position);
 )SQL";

@@ -7,6 +7,7 @@
 
 #include <vantlib/Library.h>
 #include <vantlib/Transaction.h>
+#include <vl_db/PsdLibrary.h>
 
 namespace vl_db {
 
@@ -370,6 +371,8 @@ private:
 std::shared_ptr<ILibrary> propertySetLibrary(const std::shared_ptr<vantlib::Library>& library, PropertySetFileHandlers files) {
     if (!library)
         throw ConsistencyError(OdString(L"Property sets need a library"));
+    if (!files.importFile && !files.exportFile)
+        files = psdFileHandlers();
     return std::make_shared<Library>(library, std::move(files));
 }
 

@@ -74,6 +74,9 @@ struct PropertySetRecord {
     OdString applicableTypeValue;  // the predefined type the set is restricted to, if any
     std::vector<OdString> applicableClasses;  // the IFC types the set is assigned to, in order
     std::vector<LocalizedName> aliases;
+    // What a definition file gave that the fields above do not hold (JSON, UTF-8), kept so that
+    // the file can be written back as it was; empty for a set made in the library.
+    std::string source;
 };
 
 enum class DefinitionKind : uint32_t {
@@ -89,8 +92,10 @@ struct PropertyDefinitionRecord {
     OdString label;
     OdString description;
     TypeSpecification type;
-    OdString measure;  // value definitions: "LENGTH", "AREA", "VOLUME", "MASS" or empty
+    OdString measure;  // "LENGTH", "AREA", "VOLUME", "MASS" or empty
     std::vector<LocalizedName> aliases;
+    // As PropertySetRecord::source.
+    std::string source;
 };
 
 // Reads and writes the property-set definitions of one library. Every write throws ReadOnly
@@ -134,6 +139,10 @@ public:
     std::optional<PropertyDefinitionRecord> findDefinition(uint32_t id) const;
     // Appends a definition to its set; returns its id.
     uint32_t createDefinition(const PropertyDefinitionRecord& record);
+    // Appends definitions to a set in their order (their setId is not read), as that many calls
+    // of createDefinition would, with the set and the names checked once for all of them;
+    // returns their ids. An import writes a set's definitions this way.
+    std::vector<uint32_t> createDefinitions(uint32_t setId, const std::vector<PropertyDefinitionRecord>& records);
     // Writes the definition's fields; its set and kind stay.
     void updateDefinition(const PropertyDefinitionRecord& record);
     bool removeDefinition(uint32_t id);

@@ -162,8 +162,9 @@ public:
     virtual bool hasPendingEdits() const = 0;
 };
 
-// The property-set definitions of a library. `files` reads and writes definition files;
-// without it importXml and exportXml raise ConsistencyError.
+// The property-set definitions of a library. `files` reads and writes definition files; without
+// it they are the PSD XML files of psdFileHandlers() (PsdLibrary.h). A handler left empty in a
+// given `files` makes its call raise ConsistencyError.
 std::shared_ptr<ILibrary> propertySetLibrary(const std::shared_ptr<vantlib::Library>& library,
                                              PropertySetFileHandlers files = {});
 

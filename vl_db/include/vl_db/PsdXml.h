@@ -149,7 +149,7 @@ std::string defaultPsdDataType(PsdPrimitive primitive, const std::string& measur
 // folder's files sorted by path. Throws PsdError for a path that does not exist.
 std::vector<std::string> findPsdFiles(const std::vector<std::string>& paths);
 // The folder of the official definitions shipped with the program ("res/psd" beside or above the
-// folder of the executable); empty when there is none.
+// folder of the executable) that holds definition files; empty when there is none.
 std::string findOfficialPsdFolder(const std::string& executableFolder);
 
 }  // namespace vl_db

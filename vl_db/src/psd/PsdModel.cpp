@@ -231,7 +231,8 @@ std::string findOfficialPsdFolder(const std::string& executableFolder) {
     for (const char* relative : {"res/psd", "../res/psd"}) {
         const fs::path candidate = (fs::path(executableFolder) / relative).lexically_normal();
         std::error_code error;
-        if (fs::is_directory(candidate, error))
+        // A folder of that name without files (a build tree's own res/psd) is not the one.
+        if (fs::is_directory(candidate, error) && !findPsdFiles({candidate.string()}).empty())
             return candidate.string();
     }
     return {};

@@ -221,6 +221,11 @@ public:
             const std::string name = trimmed(textOf(node));
             if (name.empty())
                 fail(node, "an empty <ClassName> among the applicable classes");
+            // A set is assigned to a class once; the library keeps no repeats.
+            for (const std::string& earlier : set.applicableClasses) {
+                if (psd::sameName(earlier, name))
+                    fail(node, "the class '" + name + "' is named twice among the applicable classes");
+            }
             set.applicableClasses.push_back(name);
         });
         set.applicableTypeValue = textOf(child(root, "ApplicableTypeValue"));
