@@ -16,27 +16,12 @@
 #include <vantlib/vantlib.h>
 #include <vl_db/Profiles.h>
 
+#include "BenchBasics.h"
 #include "CatalogueImport.h"
 
 using namespace vantlib;
 
 namespace {
-
-template <class F>
-double timeMs(F&& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
-// The better of three runs: the figures compare costs, not the machine's hiccups.
-template <class F>
-double bestMs(F&& work) {
-    double best = 1e300;
-    for (int i = 0; i < 3; ++i)
-        best = std::min(best, timeMs(work));
-    return best;
-}
 
 const wchar_t* const kStandards[] = {L"EN 10365", L"EN 10056", L"EN 10210", L"EN 10219", L"DIN 1025",
                                      L"AISC 360", L"BS 4",     L"JIS G 3192", L"GB 706",  L"AS 3679"};
@@ -215,13 +200,13 @@ int main(int argc, char** argv) {
                 Floor floor(file.string());
                 for (const Case& c : cases()) {
                     size_t rows = 0, floorRows = 0;
-                    const double ms = bestMs([&] {
+                    const double ms = vl_bench::bestMs([&] {
                         std::vector<vl_db::ProfilePtr> profiles;
                         library->get(profiles, c.query);
                         vl_db::sortProfiles(profiles);
                         rows = profiles.size();
                     });
-                    const double floorMs = bestMs([&] { floorRows = floor.run(c.floorCondition, c.floorText, c.floorNumber); });
+                    const double floorMs = vl_bench::bestMs([&] { floorRows = floor.run(c.floorCondition, c.floorText, c.floorNumber); });
                     if (rows != floorRows)
                         throw std::runtime_error(std::string(c.label) + ": the library and the floor disagree on the rows");
                     const double ratio = ms / std::max(floorMs, 1e-3);

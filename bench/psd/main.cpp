@@ -19,17 +19,6 @@
 
 namespace {
 
-using vl_bench::timeMs;
-
-// The better of several runs: the figures compare costs, not the machine's hiccups.
-template <class F>
-double bestMs(F&& work) {
-    double best = 1e300;
-    for (int i = 0; i < 20; ++i)
-        best = std::min(best, timeMs(work));
-    return best;
-}
-
 std::string fileText(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     std::ostringstream text;
@@ -46,12 +35,12 @@ int main(int argc, char** argv) {
         if (files.empty())
             throw std::runtime_error("no definition files in " + folder);
         size_t properties = 0, bytes = 0;
-        const double readMs = bestMs([&] {
+        const double readMs = vl_bench::bestMs([&] {
             properties = 0;
             for (const std::string& file : files)
                 properties += vl_db::readPsd(file).properties.size();
-        });
-        const double floorMs = bestMs([&] {
+        }, 20);
+        const double floorMs = vl_bench::bestMs([&] {
             bytes = 0;
             for (const std::string& file : files) {
                 const std::string text = fileText(file);
@@ -60,7 +49,7 @@ int main(int argc, char** argv) {
                     throw std::runtime_error("floor: cannot parse " + file);
                 bytes += text.size();
             }
-        });
+        }, 20);
         std::printf("\npsd: reading the official property-set definition files into the model, against parsing "
                     "them alone\n");
         std::printf("%-10s %6s %10s %9s %10s %10s %7s\n", "operation", "files", "properties", "kB", "time ms",

@@ -25,15 +25,6 @@ namespace {
 constexpr size_t kPerSet = 100;
 constexpr size_t kValuesPerSet = 20;
 
-// The better of five runs: the figures compare costs, not the machine's hiccups.
-template <class F>
-double bestMs(F&& work) {
-    double best = 1e300;
-    for (int i = 0; i < 5; ++i)
-        best = std::min(best, vl_bench::timeMs(work));
-    return best;
-}
-
 // One namespace of n definitions, a fifth of them value definitions, every tenth an enumeration.
 uint32_t fill(const std::shared_ptr<Library>& library, size_t n) {
     PropertySetStore store(library);
@@ -168,15 +159,15 @@ int main(int argc, char** argv) {
     auto library = Library::open(OdString::fromUtf8(path), true);
     const auto interfaces = vl_db::propertySetLibrary(library);
     size_t listed = 0;
-    const double interfaceMs = bestMs([&] { listed = listThroughInterfaces(*interfaces); });
+    const double interfaceMs = vl_bench::bestMs([&] { listed = listThroughInterfaces(*interfaces); }, 5);
     PropertySetStore store(library);
     size_t stored = 0;
-    const double storeMs = bestMs([&] { stored = store.namespaceDefinitions(namespaceId).size(); });
+    const double storeMs = vl_bench::bestMs([&] { stored = store.namespaceDefinitions(namespaceId).size(); }, 5);
 
     sqlite3* db = nullptr;
     check(sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY, nullptr), db);
     size_t raw = 0;
-    const double rawMs = bestMs([&] { raw = listRaw(db, namespaceId); });
+    const double rawMs = vl_bench::bestMs([&] { raw = listRaw(db, namespaceId); }, 5);
     sqlite3_close(db);
     if (listed == 0 || raw == 0 || stored != n)
         throw std::runtime_error("the listing read nothing");
