@@ -17,7 +17,7 @@
 
 #include <vantlib/vantlib.h>
 
-#include "DrawingWithLibraries.h"
+#include "TwoListDialogFixture.h"
 
 #include <QcPropertyGrid.h>
 
@@ -31,13 +31,8 @@ struct PlyEntry {
     double thickness;
 };
 
-class CompositionsFixture : public vl_test::DrawingWithLibraries {
+class CompositionsFixture : public vl_test::TwoListDialogFixture<vl_app::DlgCompositions> {
 protected:
-    void TearDown() override {
-        dialog.reset();
-        DrawingWithLibraries::TearDown();
-    }
-
     // A stored material with a hatch and, when positive, conductivity (W/(m·K)) and density
     // (kg/m³).
     QcSmartPtr<vantlib::Material> material(const std::shared_ptr<vantlib::Library>& library, const wchar_t* name,
@@ -74,42 +69,7 @@ protected:
         return *dialog;
     }
 
-    wxWindow* control(const char* name) const { return dialog->FindWindow(XRCID(name)); }
-    vl_app::ObjectListCtrl* list(vl_db::EDbType type) const { return dialog->list(type); }
     vl_app::PlyGrid* grid() const { return dialog->plyGrid(); }
-
-    long row(vl_db::EDbType type, const wxString& name) const { return list(type)->FindItem(-1, name); }
-
-    void click(vl_db::EDbType type, const wxString& name) {
-        wxListCtrl* target = list(type);
-        const long index = row(type, name);
-        ASSERT_NE(index, -1) << name;
-        for (long other = 0; other < target->GetItemCount(); ++other)
-            if (other != index && target->GetItemState(other, wxLIST_STATE_SELECTED))
-                target->SetItemState(other, 0, wxLIST_STATE_SELECTED);
-        target->SetItemState(index, wxLIST_STATE_SELECTED | wxLIST_STATE_FOCUSED,
-                             wxLIST_STATE_SELECTED | wxLIST_STATE_FOCUSED);
-        settle();
-    }
-
-    void type(const char* name, const wxString& text) {
-        auto* entry = dynamic_cast<wxTextEntry*>(control(name));
-        ASSERT_TRUE(entry) << name;
-        entry->SetValue(text);
-    }
-
-    void command(const char* name) {
-        wxCommandEvent event(wxEVT_MENU, XRCID(name));
-        event.SetEventObject(dialog.get());
-        dialog->GetEventHandler()->ProcessEvent(event);
-    }
-
-    bool enabled(const char* name) {
-        wxUpdateUIEvent event(XRCID(name));
-        event.SetEventObject(dialog.get());
-        dialog->GetEventHandler()->ProcessEvent(event);
-        return !event.GetSetEnabled() || event.GetEnabled();
-    }
 
     // A left click on a grid cell, as the grid reports it.
     void clickCell(int row, int col) {
@@ -146,18 +106,6 @@ protected:
         for (const int index : rows)
             grid()->SelectRow(index, true);
     }
-
-public:
-    // Lets pending events and the reload timer run.
-    static void settle() {
-        wxTheApp->ProcessPendingEvents();
-        wxMilliSleep(100);
-        wxTheApp->ProcessPendingEvents();
-        wxYield();
-    }
-
-protected:
-    std::unique_ptr<vl_app::DlgCompositions> dialog;
 };
 
 }  // namespace vl_compositions_test
