@@ -1480,6 +1480,10 @@ private:
 
 }  // namespace
 
+FileReadError::FileReadError(std::string file, int line, const std::string& reason)
+    : ExchangeError(OdString::fromUtf8(line > 0 ? file + ":" + std::to_string(line) + ": " + reason : file + ": " + reason)),
+      m_file(std::move(file)), m_line(line), m_reason(reason) {}
+
 const std::vector<ObjectType>& exchangedKinds() {
     static const std::vector<ObjectType> kinds = {kTag,      kLayer,       kMaterialType,    kCompositionType,
                                                   kCustomProperty, kMaterial, kComposition, kProfileStandard,

@@ -20,10 +20,6 @@ namespace vantlib {
 
 namespace fs = std::filesystem;
 
-CardError::CardError(std::string file, int line, const std::string& reason)
-    : ExchangeError(OdString::fromUtf8(line > 0 ? file + ":" + std::to_string(line) + ": " + reason : file + ": " + reason)),
-      m_file(std::move(file)), m_line(line), m_reason(reason) {}
-
 namespace {
 
 // The card's three quantities: the key that holds each and the units it may be written in,

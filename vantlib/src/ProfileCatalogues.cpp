@@ -20,9 +20,6 @@
 
 namespace vantlib {
 
-CatalogueError::CatalogueError(std::string file, int line, const std::string& reason)
-    : ExchangeError(OdString::fromUtf8(file + (line > 0 ? ":" + std::to_string(line) : std::string()) + ": " + reason)),
-      m_file(std::move(file)), m_line(line), m_reason(reason) {}
 
 // ---------------------------------------------------------------- shared by the readers
 

@@ -30,6 +30,21 @@ public:
     using Exception::Exception;
 };
 
+// A file that cannot be read: its name, the line (0 when the file as a whole is to blame) and
+// why. The message is "file:line: reason" ("file: reason" without a line).
+class FileReadError : public ExchangeError {
+public:
+    FileReadError(std::string file, int line, const std::string& reason);
+    const std::string& file() const { return m_file; }
+    int line() const { return m_line; }
+    const std::string& reason() const { return m_reason; }
+
+private:
+    std::string m_file;
+    int m_line;
+    std::string m_reason;
+};
+
 // Called now and then during long work with the number of objects done and their total.
 using ExchangeProgress = std::function<void(size_t done, size_t total)>;
 

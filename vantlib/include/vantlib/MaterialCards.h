@@ -24,17 +24,9 @@ struct MaterialCard {
 };
 
 // A card that could not be read: its file, the line (0 when the file as a whole failed) and why.
-class CardError : public ExchangeError {
+class CardError : public FileReadError {
 public:
-    CardError(std::string file, int line, const std::string& reason);
-    const std::string& file() const { return m_file; }
-    int line() const { return m_line; }
-    const std::string& reason() const { return m_reason; }
-
-private:
-    std::string m_file;
-    int m_line;
-    std::string m_reason;
+    using FileReadError::FileReadError;
 };
 
 // Reads one card file (either form); throws CardError.

@@ -20,17 +20,9 @@ namespace vantlib {
 
 // A row, entity or file that could not be read: the file, the line (0 when the file as a
 // whole failed) and why.
-class CatalogueError : public ExchangeError {
+class CatalogueError : public FileReadError {
 public:
-    CatalogueError(std::string file, int line, const std::string& reason);
-    const std::string& file() const { return m_file; }
-    int line() const { return m_line; }
-    const std::string& reason() const { return m_reason; }
-
-private:
-    std::string m_file;
-    int m_line;
-    std::string m_reason;
+    using FileReadError::FileReadError;
 };
 
 // One profile as a catalogue gives it: its standard (empty for none), profile name and type,

@@ -115,17 +115,9 @@ inline bool operator!=(const PsdSet& a, const PsdSet& b) { return !(a == b); }
 
 // A file that cannot be read: its name, the line (0 when the file as a whole is to blame) and
 // why. The message is "file:line: reason".
-class PsdError : public vantlib::ExchangeError {
+class PsdError : public vantlib::FileReadError {
 public:
-    PsdError(std::string file, int line, const std::string& reason);
-    const std::string& file() const { return m_file; }
-    int line() const { return m_line; }
-    const std::string& reason() const { return m_reason; }
-
-private:
-    std::string m_file;
-    int m_line;
-    std::string m_reason;
+    using FileReadError::FileReadError;
 };
 
 // Reads one file; throws PsdError. `fileName` names the text in messages.

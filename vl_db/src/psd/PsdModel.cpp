@@ -12,10 +12,6 @@ namespace vl_db {
 
 const char* const kPsdNamespace = "http://buildingSMART-tech.org/xml/psd/PSD_IFC4.xsd";
 
-PsdError::PsdError(std::string file, int line, const std::string& reason)
-    : vantlib::ExchangeError(
-          OdString::fromUtf8(line > 0 ? file + ":" + std::to_string(line) + ": " + reason : file + ": " + reason)),
-      m_file(std::move(file)), m_line(line), m_reason(reason) {}
 
 namespace {
 
