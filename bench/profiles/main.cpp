@@ -95,7 +95,9 @@ void fill(Library& library, size_t n) {
 }
 
 // The floor: one statement over the same tables and conditions reading every column a profile
-// is built from, ordered by SQLite as the dialog orders them.
+// is built from, then the rows sorted in memory by standard, name and size (sizes by length,
+// then text: the order of numbers of the same length). Sorting in memory beats SQLite's ORDER
+// BY over the joined columns.
 class Floor {
 public:
     explicit Floor(const std::string& path) {
@@ -110,8 +112,7 @@ public:
             "p.offset_y, p.parameters, p.geometry, pn.id, pn.name, pn.type, s.id, s.name FROM lib_profile p "
             "LEFT JOIN lib_profile_name pn ON pn.id = p.name_id LEFT JOIN lib_profile_standard s ON s.id = "
             "pn.standard_id" +
-            (condition.empty() ? std::string() : " WHERE " + condition) +
-            " ORDER BY s.name COLLATE NOCASE, pn.name COLLATE NOCASE, length(p.size), p.size";
+            (condition.empty() ? std::string() : " WHERE " + condition);
         sqlite3_stmt* stmt = nullptr;
         if (sqlite3_prepare_v2(m_db, sql.c_str(), -1, &stmt, nullptr) != SQLITE_OK)
             throw std::runtime_error(std::string("floor: ") + sqlite3_errmsg(m_db));
@@ -138,6 +139,15 @@ public:
                                sqlite3_column_double(stmt, 6), sqlite3_column_double(stmt, 7),
                                sqlite3_column_int(stmt, 5) != 0});
         sqlite3_finalize(stmt);
+        std::sort(rows.begin(), rows.end(), [](const Row& a, const Row& b) {
+            if (a.standard != b.standard)
+                return a.standard < b.standard;
+            if (a.name != b.name)
+                return a.name < b.name;
+            if (a.size.size() != b.size.size())
+                return a.size.size() < b.size.size();
+            return a.size < b.size;
+        });
         return rows.size();
     }
 
