@@ -218,9 +218,11 @@ size_t Floor::getMaterialsByName(const std::vector<MaterialRecord>& records) {
     return found;
 }
 
-size_t Floor::queryAllMaterials() {
+size_t Floor::queryAllMaterials() { return queryMaterials(std::string()); }
+
+size_t Floor::queryMaterials(const std::string& where) {
     // One pass over the rows and one over all tag links, matched by id.
-    sqlite3_stmt* rows = prepare(kSelectMaterial + " ORDER BY m.id");
+    sqlite3_stmt* rows = prepare(kSelectMaterial + where + " ORDER BY m.id");
     std::vector<RawRow> result;
     std::unordered_map<int64_t, size_t> index;
     while (sqlite3_step(rows) == SQLITE_ROW) {
@@ -230,9 +232,14 @@ size_t Floor::queryAllMaterials() {
     }
     sqlite3_reset(rows);
     sqlite3_stmt* tags = prepare("SELECT ot.object_id, t.name FROM lib_object_tag ot JOIN lib_tag t ON t.id = ot.tag_id"
-                                 " WHERE ot.object_type = 4 ORDER BY ot.object_id, ot.position");
-    while (sqlite3_step(tags) == SQLITE_ROW)
-        result[index[sqlite3_column_int64(tags, 0)]].tags.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(tags, 1)));
+                                 " WHERE ot.object_type = 4" +
+                                 (where.empty() ? std::string() : " AND ot.object_id IN (SELECT m.id FROM lib_material m" + where + ")") +
+                                 " ORDER BY ot.object_id, ot.position");
+    while (sqlite3_step(tags) == SQLITE_ROW) {
+        const auto found = index.find(sqlite3_column_int64(tags, 0));
+        if (found != index.end())
+            result[found->second].tags.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(tags, 1)));
+    }
     sqlite3_reset(tags);
     return result.size();
 }
@@ -330,8 +337,19 @@ size_t Floor::getCompositionsByName(const std::vector<CompositionRecord>& record
     return found;
 }
 
-size_t Floor::queryAllCompositions() {
-    sqlite3_stmt* rows = prepare(kSelectComposition + " ORDER BY k.id");
+size_t Floor::queryAllCompositions() { return queryCompositions(std::string()); }
+
+size_t Floor::queryCompositionsByTypeAndTag() {
+    return queryCompositions(" WHERE k.base_type = " + std::to_string(kQueryBaseType) +
+                             " AND k.id IN (SELECT ot.object_id FROM lib_object_tag ot JOIN lib_tag t ON t.id = ot.tag_id"
+                             " WHERE ot.object_type = 5 AND t.name = '" + std::string(kQueryCompositionTag) + "')");
+}
+
+size_t Floor::queryCompositions(const std::string& where) {
+    // One pass over the rows, one over their tag links and one over their plies, matched by id;
+    // then the materials the plies use.
+    const std::string chosen = where.empty() ? std::string() : " IN (SELECT k.id FROM lib_composition k" + where + ")";
+    sqlite3_stmt* rows = prepare(kSelectComposition + where + " ORDER BY k.id");
     std::vector<RawRow> result;
     std::unordered_map<int64_t, size_t> index;
     while (sqlite3_step(rows) == SQLITE_ROW) {
@@ -341,33 +359,22 @@ size_t Floor::queryAllCompositions() {
     }
     sqlite3_reset(rows);
     sqlite3_stmt* tags = prepare("SELECT ot.object_id, t.name FROM lib_object_tag ot JOIN lib_tag t ON t.id = ot.tag_id"
-                                 " WHERE ot.object_type = 5 ORDER BY ot.object_id, ot.position");
+                                 " WHERE ot.object_type = 5" + (chosen.empty() ? std::string() : " AND ot.object_id" + chosen) +
+                                 " ORDER BY ot.object_id, ot.position");
     while (sqlite3_step(tags) == SQLITE_ROW)
         result[index[sqlite3_column_int64(tags, 0)]].tags.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(tags, 1)));
     sqlite3_reset(tags);
-    sqlite3_stmt* plies = prepare("SELECT composition_id, material_id, thickness, function FROM lib_ply ORDER BY composition_id, position");
+    const std::string plyRows = " FROM lib_ply" + (chosen.empty() ? std::string() : " WHERE composition_id" + chosen);
+    sqlite3_stmt* plies = prepare("SELECT composition_id, material_id, thickness, function" + plyRows +
+                                  " ORDER BY composition_id, position");
     while (sqlite3_step(plies) == SQLITE_ROW) {
         RawRow& row = result[index[sqlite3_column_int64(plies, 0)]];
         row.numbers.push_back(sqlite3_column_double(plies, 1));
         row.numbers.push_back(sqlite3_column_double(plies, 2));
     }
     sqlite3_reset(plies);
-    // The materials the plies use, with their tags.
-    queryAllMaterials();
+    queryMaterials(" WHERE m.id IN (SELECT material_id" + plyRows + ")");
     return result.size();
-}
-
-size_t Floor::queryCompositionsByTypeAndTag() {
-    sqlite3_stmt* rows = prepare(kSelectComposition +
-                                 " WHERE k.base_type = ?1 AND k.id IN (SELECT ot.object_id FROM lib_object_tag ot"
-                                 " JOIN lib_tag t ON t.id = ot.tag_id WHERE ot.object_type = 5 AND t.name IN (?2))"
-                                 " ORDER BY k.id");
-    sqlite3_bind_int(rows, 1, kQueryBaseType);
-    sqlite3_bind_text(rows, 2, kQueryCompositionTag, -1, SQLITE_STATIC);
-    std::vector<RawRow> materials;
-    return readCompositions(rows, prepare(kTagsOf),
-                            prepare("SELECT material_id, thickness, function FROM lib_ply WHERE composition_id = ?1 ORDER BY position"),
-                            materials).size();
 }
 
 // Writes a material row read from another file (the layout of kSelectMaterial), resolving

@@ -26,10 +26,15 @@ public:
     void saveMaterials(const std::vector<MaterialRecord>& records);
     size_t getMaterialsByName(const std::vector<MaterialRecord>& records);
     size_t queryAllMaterials();
+    // The materials that `where` (a WHERE clause on "m", or empty) selects, with their tags.
+    size_t queryMaterials(const std::string& where);
     size_t queryMaterialsByClassAndTag();
     void saveCompositions(const std::vector<CompositionRecord>& records, const std::vector<MaterialRecord>& materials);
     size_t getCompositionsByName(const std::vector<CompositionRecord>& records);
     size_t queryAllCompositions();
+    // The compositions that `where` (a WHERE clause on "k", or empty) selects, with their tags,
+    // plies and the plies' materials.
+    size_t queryCompositions(const std::string& where);
     size_t queryCompositionsByTypeAndTag();
     // Copies every material (or composition with its materials) of `source`, replacing rows
     // of the same name.
