@@ -1,6 +1,7 @@
 #include "app/properties/DlgEnumProperty.h"
 
 #include <algorithm>
+#include <initializer_list>
 
 #include <wx/bmpbuttn.h>
 #include <wx/button.h>
@@ -149,14 +150,21 @@ DlgEnumProperty<T>::DlgEnumProperty(wxWindow* parent, uint32_t definitionId, con
     m_grid->EnableDragColSize(m_mapping->GetValue());
     if (!m_mapping->GetValue())
         m_grid->HideCol(1);
+    // A set of a namespace that is not editable is shown, not changed.
+    m_editable = m_propertySet && m_propertySet->isEditable();
+    if (!m_editable) {
+        m_grid->EnableEditing(false);
+        for (wxWindow* control : std::initializer_list<wxWindow*>{m_mapping, m_allowCustom, add, remove, up, down})
+            control->Disable();
+    }
 
     Bind(wxEVT_SIZE, &DlgEnumProperty::onSize, this);
     m_grid->Bind(wxEVT_GRID_COL_SIZE, &DlgEnumProperty::onColumnSize, this);
     m_mapping->Bind(wxEVT_CHECKBOX, &DlgEnumProperty::onMapping, this);
-    add->Bind(wxEVT_BUTTON, &DlgEnumProperty::onAdd, this);
-    remove->Bind(wxEVT_BUTTON, &DlgEnumProperty::onRemove, this);
-    up->Bind(wxEVT_BUTTON, &DlgEnumProperty::onMoveUp, this);
-    down->Bind(wxEVT_BUTTON, &DlgEnumProperty::onMoveDown, this);
+    Bind(wxEVT_BUTTON, &DlgEnumProperty::onAdd, this, add->GetId());
+    Bind(wxEVT_BUTTON, &DlgEnumProperty::onRemove, this, remove->GetId());
+    Bind(wxEVT_BUTTON, &DlgEnumProperty::onMoveUp, this, up->GetId());
+    Bind(wxEVT_BUTTON, &DlgEnumProperty::onMoveDown, this, down->GetId());
     Bind(wxEVT_BUTTON, &DlgEnumProperty::onOk, this, wxID_OK);
 
     wxg::WxgConfig::restoreWindow(this, kWindowKey, FromDIP(wxSize(420, 360)));
@@ -274,6 +282,10 @@ void DlgEnumProperty<T>::onMoveDown(wxCommandEvent&) {
 
 template <class T>
 void DlgEnumProperty<T>::onOk(wxCommandEvent&) {
+    if (!m_editable) {
+        EndModal(wxID_CANCEL);
+        return;
+    }
     m_grid->commitEdit();
     const EnumReading<T> reading = readEnumRows<T>(m_grid->rows(), isMapping());
     if (!reading.error.empty()) {

@@ -2,7 +2,8 @@
 // The enumerated values editor: the values of a definition's list in a grid, optionally each
 // with a description ("Mapping"), with buttons to add, remove and move values, and whether
 // values outside the list are allowed. OK checks the list and stores it as the definition's
-// type; Cancel leaves the definition as it was.
+// type; Cancel leaves the definition as it was. The list of a set that is not editable is only
+// shown.
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -72,6 +73,7 @@ private:
     wxCheckBox* m_mapping = nullptr;
     wxCheckBox* m_allowCustom = nullptr;
     double m_share = 0.5;
+    bool m_editable = true;
 };
 
 // Opens the editor that fits the definition's type (integer, real or text), modally, and keeps

@@ -24,6 +24,7 @@ wxArtID stockPicture(const wxString& name) {
         {"UP", wxART_GO_UP},          {"DOWN", wxART_GO_DOWN},       {"FOLDER", wxART_FOLDER},
         {"HELP", wxART_HELP},         {"EDIT", wxART_EDIT},          {"PLUS", wxART_PLUS},
         {"MINUS", wxART_MINUS},       {"CLOSE", wxART_CLOSE},        {"REFRESH", wxART_REFRESH},
+        {"MOVE_UP", wxART_GO_UP},     {"MOVE_DOWN", wxART_GO_DOWN},
     };
     auto it = stock.find(name.Upper());
     return it == stock.end() ? wxArtID() : it->second;
