@@ -132,6 +132,15 @@ void DlgProperties::onInitDialog(wxInitDialogEvent& event) {
         fillChoiceNameSpace(0);
         fillCategoriesTree();
     });
+    // The grid has its size only once the dialog shows.
+    CallAfter([this] { placeSplitter(); });
+}
+
+void DlgProperties::placeSplitter() {
+    // The labels stay whole in every language, and the values get the room that is left.
+    m_grid->SetSplitterLeft(true);
+    if (m_grid->GetSplitterPosition() < FromDIP(85))
+        m_grid->SetSplitterPosition(FromDIP(85));
 }
 
 void DlgProperties::createPropertyGrid() {
@@ -467,10 +476,7 @@ void DlgProperties::onNamespaceTreeSelChanged() {
         m_currentType = data ? data->type : vl_db::kNamespaceObject;
         m_currentId = 0;
     }
-    // The labels stay whole in every language, and the values get the room that is left.
-    m_grid->SetSplitterLeft(true);
-    if (m_grid->GetSplitterPosition() < FromDIP(85))
-        m_grid->SetSplitterPosition(FromDIP(85));
+    placeSplitter();
     showCategoriesFor(shownSet);
     updateControls();
 }

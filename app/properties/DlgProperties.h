@@ -148,6 +148,7 @@ protected:
 private:
     void findControls();
     void createPropertyGrid();
+    void placeSplitter();
     void createCategoriesTree();
     // The set of an item of the tree (a set, a grouping node or a definition).
     std::shared_ptr<vl_db::IPropertySet> propertySetOfItem(const wxTreeItemId& item) const;
