@@ -5,11 +5,13 @@
 #include <gtest/gtest.h>
 #include <wx/choice.h>
 #include <wx/srchctrl.h>
+#include <wx/uiaction.h>
 
 #include <FileDialogTesting.h>
 #include <OdEdSettingsManager.h>
 #include <QcPropertyGrid.h>
 
+#include "DialogDriving.h"
 #include "PropertiesFixture.h"
 
 namespace vl_props_test {
@@ -346,6 +348,28 @@ TEST_F(PropertiesDialog, ALibraryGoneWhileOpenIsReportedAndEditingStops) {
     // The tree is still browsed.
     select("Doors", "Door number");
     EXPECT_EQ(selectedText(), "Door number");
+}
+
+}  // namespace vl_props_test
+
+namespace vl_props_test {
+
+TEST_F(PropertiesDialog, EscapeClosesLikeCancelAndDropsTheEdits) {
+    open();
+    dialog->Hide();
+    select("PSet_A");
+    dialog->editRow(kRowLabel, wxVariant("Typed before Escape"));
+    const int answer = vl_test::runModal(*dialog, [this] {
+        dialog->tree()->SetFocus();
+        wxUIActionSimulator keyboard;
+        keyboard.Char(WXK_ESCAPE);
+        for (int i = 0; i < 50 && dialog->IsModal(); ++i) {
+            wxYield();
+            wxMilliSleep(10);
+        }
+    });
+    EXPECT_EQ(answer, wxID_CANCEL);
+    EXPECT_EQ(storedSet(L"Office", L"PSet_A")->label(), L"Wall finishes");
 }
 
 }  // namespace vl_props_test
