@@ -217,6 +217,7 @@ bool DlgProperties::onPropertySetPropChanged(wxPGProperty* property) {
             return false;
         set->setName(toOd(name));
         property->SetValueFromString(name);
+        m_tree->SetItemText(selectedPropertySetTreeItem(), treeLabel(set->label(), set->name()));
         break;
     }
     case kRowLabel: {
@@ -253,6 +254,7 @@ bool DlgProperties::onDefinitionPropChanged(wxPGProperty* property) {
             return false;
         definition->setName(toOd(name));
         property->SetValueFromString(name);
+        m_tree->SetItemText(m_tree->GetSelection(), treeLabel(definition->label(), definition->name()));
         m_structureChanged = true;
         return true;
     }

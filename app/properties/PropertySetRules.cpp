@@ -69,12 +69,14 @@ bool isNameFree(ObjectTypeWrapper type, const vl_db::INamespace& ns, const wxStr
     }
 }
 
+wxString treeLabel(const OdString& label, const OdString& name) { return toWx(label.isEmpty() ? name : label); }
+
 namespace {
 template <class Definitions>
 std::vector<TreeDefinition> matchingDefinitions(const Definitions& definitions, const wxString& lowerFilter) {
     std::vector<TreeDefinition> shown;
     for (const auto& definition : definitions) {
-        wxString label = toWx(definition->label());
+        wxString label = treeLabel(definition->label(), definition->name());
         if (matchesSearch(lowerFilter, label))
             shown.push_back({definition->id(), std::move(label)});
     }
@@ -85,7 +87,7 @@ std::vector<TreeDefinition> matchingDefinitions(const Definitions& definitions, 
 std::vector<TreeSet> namespaceTreeContent(const vl_db::INamespace& ns, const wxString& lowerFilter) {
     std::vector<TreeSet> content;
     for (const auto& set : ns.propertySets()) {
-        content.push_back({set->id(), toWx(set->name()), toWx(set->label()),
+        content.push_back({set->id(), toWx(set->name()), treeLabel(set->label(), set->name()),
                            matchingDefinitions(set->propertyDefinitions(), lowerFilter),
                            matchingDefinitions(set->valueDefinitions(), lowerFilter)});
     }

@@ -43,6 +43,10 @@ int namespaceChoiceIndex(const std::vector<uint32_t>& ids, const std::vector<OdS
 // non-empty name.
 bool isNameFree(vl_db::ObjectTypeWrapper type, const vl_db::INamespace& ns, const wxString& name, uint32_t exceptId = 0);
 
+// The text of a tree item: the label, or the name of an object without one (definitions read
+// from files often have none).
+wxString treeLabel(const OdString& label, const OdString& name);
+
 // What the tree shows of a namespace under a search filter: every set, each with the
 // definitions whose label matches.
 struct TreeDefinition {

@@ -131,6 +131,13 @@ TEST_F(PropertyNames, TreeContentFiltersDefinitionsNotSets) {
         EXPECT_TRUE(content[0].valueDefinitions.empty());
         EXPECT_TRUE(content[1].propertyDefinitions.empty());
         EXPECT_EQ(namespaceTreeContent(*ns, "")[0].propertyDefinitions.size(), 3u);
+        // Definitions read from files often have no label: the tree shows and searches the name.
+        auto unlabelled = ns->createPropertySet(L"Pset_Unlabelled");
+        unlabelled->createPropertyDefinition(L"AcousticRating");
+        const auto withNames = namespaceTreeContent(*ns, "acoustic");
+        EXPECT_EQ(withNames.back().label, "Pset_Unlabelled");
+        ASSERT_EQ(withNames.back().propertyDefinitions.size(), 1u);
+        EXPECT_EQ(withNames.back().propertyDefinitions[0].label, "AcousticRating");
     }
 }
 
