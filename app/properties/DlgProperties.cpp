@@ -36,7 +36,9 @@ wxBEGIN_EVENT_TABLE(DlgProperties, wxg::QcThemedDialog)
     EVT_SEARCH_CANCEL(XRCID("SEARCH_CTRL"), DlgProperties::onSearchCtrlCancelBtn)
     EVT_TREE_SEL_CHANGING(XRCID("TREE_NAMESPACE"), DlgProperties::onTreeSelChanging)
     EVT_TREE_SEL_CHANGED(XRCID("TREE_NAMESPACE"), DlgProperties::onTreeSelChanged)
-    EVT_TREE_ITEM_RIGHT_CLICK(XRCID("TREE_NAMESPACE"), DlgProperties::onTreeItemRightClicked)
+    // The menu event comes for a right click and for the keyboard's menu key alike.
+    EVT_TREE_ITEM_MENU(XRCID("TREE_NAMESPACE"), DlgProperties::onTreeItemRightClicked)
+    EVT_TREE_KEY_DOWN(XRCID("TREE_NAMESPACE"), DlgProperties::onTreeKeyDown)
     EVT_PG_CHANGED(XRCID("PROPERTY_GRID"), DlgProperties::onPropChanged)
     EVT_TREELIST_ITEM_CHECKED(XRCID("TREE_CATEGORIES"), DlgProperties::onCategoryChecked)
     EVT_BUTTON(XRCID("BMP_BTN_NEW_PROP_SET"), DlgProperties::onNewPropertySet)
@@ -547,6 +549,16 @@ void DlgProperties::onTreeItemRightClicked(wxTreeEvent& event) {
     if (m_domain == Domain::Mechanical && data->type == vl_db::kPropertySetObject)
         menu->Destroy(XRCID("TOOL_NEW_VALUE_DEFINITION"));
     PopupMenu(menu.get());
+}
+
+void DlgProperties::onTreeKeyDown(wxTreeEvent& event) {
+    // Delete removes the selected item as the Remove button does, when that button acts.
+    if (event.GetKeyCode() == WXK_DELETE && m_btnDelete->IsEnabled()) {
+        wxCommandEvent remove(wxEVT_BUTTON, m_btnDelete->GetId());
+        onDeleteSelectedItem(remove);
+        return;
+    }
+    event.Skip();
 }
 
 // ---- new objects

@@ -108,6 +108,7 @@ protected:
     void onTreeSelChanging(wxTreeEvent& event);
     void onTreeSelChanged(wxTreeEvent& event);
     void onTreeItemRightClicked(wxTreeEvent& event);
+    void onTreeKeyDown(wxTreeEvent& event);
     void onPropChanged(wxPropertyGridEvent& event);
 
     void checkCategoryRecursively(const std::shared_ptr<vl_db::IPropertySet>& set, const wxTreeListItem& item);
