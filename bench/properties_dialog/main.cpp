@@ -1,7 +1,8 @@
 // The property sets editor on a namespace of 10k definitions (100 sets of 100): filling its tree
 // and each keystroke of a search, against a bare tree control filled with the same labels in
 // the same shape (sets, grouping nodes, definitions). The floor of a keystroke also narrows the
-// labels, held in memory, with the same lower-cased substring test.
+// labels, held in memory, with the same lower-cased substring test. The editor reads the library
+// on every opening and keystroke, which the bare tree does not: that read is printed apart.
 // Needs a display; without one the program runs itself again under xvfb-run.
 #include <algorithm>
 #include <cstdio>
@@ -174,8 +175,13 @@ int run(const fs::path& dir) {
     std::printf("%-34s %10.1f\n", "  of it: reading 10k definitions", readMs);
     std::printf("%-34s %10.1f %10.1f %7.2fx\n", "  the tree itself (open - both)", openMs - fixedMs - readMs, bareOpenMs,
                 (openMs - fixedMs - readMs) / bareOpenMs);
-    const bool met = openMs <= 2.0 * bareOpenMs && keyMs <= 2.0 * bareKeyMs;
-    std::printf("target (both within 2x of the bare tree): %s\n", met ? "met" : "missed");
+    // The bare tree does not read the library; the editor must, on every opening.
+    std::printf("%-34s %10.1f %10.1f %7.2fx\n", "open against bare tree + read", openMs, bareOpenMs + readMs,
+                openMs / (bareOpenMs + readMs));
+    std::printf("target, within 2x of the bare tree: open %s, keystroke %s; opening within 2x of the bare tree plus the "
+                "library read: %s\n",
+                openMs <= 2.0 * bareOpenMs ? "met" : "missed", keyMs <= 2.0 * bareKeyMs ? "met" : "missed",
+                openMs <= 2.0 * (bareOpenMs + readMs) ? "met" : "missed");
     return 0;
 }
 
