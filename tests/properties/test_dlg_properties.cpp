@@ -111,14 +111,12 @@ TEST_F(PropertiesDialog, NewDefinitionNeedsASet) {
     dialog->tree()->SelectItem(dialog->tree()->GetRootItem());
     idle();
     EXPECT_FALSE(enabled("BMP_BTN_NEW_PROP_DEF"));
-    wxString text;
     wxTEST_DIALOG(
         {
             wxCommandEvent event(wxEVT_MENU, XRCID("TOOL_NEW_PROPERTY_DEFINITION"));
             dialog->ProcessWindowEvent(event);
         },
-        AnswerMessage(wxID_OK, &text));
-    EXPECT_EQ(text, "Please select a property set to add the definition to.");
+        vl_test::ExpectMessage("Please select a property set to add the definition to."));
 }
 
 TEST_F(PropertiesDialog, MovingKeepsTheSelectionAndStopsAtTheEnds) {
@@ -306,7 +304,7 @@ TEST_F(PropertiesDialog, ImportOfAFileThatIsNoPropertySetFile) {
     std::ofstream(file) << "<notes><note>not property sets</note></notes>";
     const auto before = children(dialog->tree()->GetRootItem());
     wxString text;
-    wxTEST_DIALOG(press("BTN_IMPORT_PROP_SET"), ExpectFilePath(wxString(file.wstring())), AnswerMessage(wxID_OK, &text));
+    wxTEST_DIALOG(press("BTN_IMPORT_PROP_SET"), ExpectFilePath(wxString(file.wstring())), vl_test::CaptureMessage(text));
     EXPECT_TRUE(text.StartsWith(wxString::Format("The property sets of \"%s\" could not be imported: ", file.wstring())))
         << text;
     EXPECT_EQ(children(dialog->tree()->GetRootItem()), before);
@@ -320,7 +318,7 @@ TEST_F(PropertiesDialog, ImportWithoutTheFileDialogAsksForThePath) {
     std::ofstream(file) << "";
     wxString text;
     wxTEST_DIALOG(press("BTN_IMPORT_PROP_SET"), AnswerName(wxString(file.wstring()), nullptr, wxID_OK, "Select xml file to import"),
-                  AnswerMessage(wxID_OK, &text));
+                  vl_test::CaptureMessage(text));
     OdEdSettingsManager::instance().setInt(L"FILEDIA", 1);
     EXPECT_TRUE(text.StartsWith("The property sets of")) << text;
 }
@@ -332,7 +330,7 @@ TEST_F(PropertiesDialog, ExportToAFolderThatCannotBeWritten) {
     std::filesystem::permissions(folder, std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
     const wxString target = wxString((folder / "sets.xml").wstring());
     wxString text;
-    wxTEST_DIALOG(press("BTN_EXPORT_PROP_SET"), ExpectFilePath(target), AnswerMessage(wxID_OK, &text));
+    wxTEST_DIALOG(press("BTN_EXPORT_PROP_SET"), ExpectFilePath(target), vl_test::CaptureMessage(text));
     std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
     EXPECT_TRUE(text.StartsWith(wxString::Format("The property sets could not be exported to \"%s\"", target))) << text;
     EXPECT_FALSE(std::filesystem::exists(folder / "sets.xml"));
@@ -346,7 +344,7 @@ TEST_F(PropertiesDialog, ALibraryGoneWhileOpenIsReportedAndEditingStops) {
     vantlib::Library::create(vl_test::od(replacement), OdDb::kUnitsMillimeters);
     std::filesystem::rename(replacement, path("central.vlib"));
     wxString text;
-    wxTEST_DIALOG(dialog->editRow(kRowLabel, wxVariant("Changed")), AnswerMessage(wxID_OK, &text));
+    wxTEST_DIALOG(dialog->editRow(kRowLabel, wxVariant("Changed")), vl_test::CaptureMessage(text));
     EXPECT_FALSE(text.empty());
     idle();
     EXPECT_FALSE(enabled("BMP_BTN_NEW_PROP_SET"));
