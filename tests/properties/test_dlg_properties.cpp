@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 #include <wx/choice.h>
 #include <wx/srchctrl.h>
-#include <wx/uiaction.h>
 
 #include <FileDialogTesting.h>
 #include <OdEdSettingsManager.h>
@@ -364,9 +363,13 @@ TEST_F(PropertiesDialog, EscapeClosesLikeCancelAndDropsTheEdits) {
     select("PSet_A");
     dialog->editRow(kRowLabel, wxVariant("Typed before Escape"));
     const int answer = vl_test::runModal(*dialog, [this] {
-        dialog->tree()->SetFocus();
-        wxUIActionSimulator keyboard;
-        keyboard.Char(WXK_ESCAPE);
+        // Escape pressed in the tree, delivered as the toolkit delivers it (a char hook that
+        // reaches the dialog) without the shared display's keyboard focus, which parallel
+        // test programs would contend for.
+        wxKeyEvent escape(wxEVT_CHAR_HOOK);
+        escape.m_keyCode = WXK_ESCAPE;
+        escape.SetEventObject(dialog->tree());
+        dialog->tree()->ProcessWindowEvent(escape);
         for (int i = 0; i < 50 && dialog->IsModal(); ++i) {
             wxYield();
             wxMilliSleep(10);
