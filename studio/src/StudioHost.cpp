@@ -19,6 +19,7 @@
 #include "PatternCatalogue.h"
 #include "Prompt.h"
 #include "StudioProfilesInfo.h"
+#include "StudioPropertySets.h"
 #include "Translations.h"
 #include "WxgConfig.h"
 
@@ -50,6 +51,8 @@ StudioHost::StudioHost(const StudioOptions& options) {
         return db ? pickOutline(wxg::mainWindow(), *db) : std::vector<OdDbObjectId>();
     });
     m_app->setService(kProfilesInfoService, m_profilesInfo.get());
+    m_propertySets = std::make_unique<StudioPropertySets>();
+    m_app->setService(vl_app::kPropertySetsHostService, m_propertySets.get());
     loadModules();
 }
 
@@ -68,6 +71,7 @@ void StudioHost::shutDown() {
     m_session->close();
     m_app->uninitAll();
     m_app->setService(kProfilesInfoService, nullptr);
+    m_app->setService(vl_app::kPropertySetsHostService, nullptr);
     ca::uninstallMainThreadDispatcher();
     m_session.reset();
     m_app.reset();

@@ -8,6 +8,7 @@
 
 class DrawingSession;
 class StudioProfilesInfo;
+class StudioPropertySets;
 class MainFrame;
 
 namespace oa { class OaApp; }
@@ -33,6 +34,8 @@ private:
     std::unique_ptr<DrawingSession> m_session;
     // Section geometry and drawing bookkeeping for the profiles editor.
     std::unique_ptr<StudioProfilesInfo> m_profilesInfo;
+    // Element categories, visibility and structure for the property sets editor.
+    std::unique_ptr<StudioPropertySets> m_propertySets;
     MainFrame* m_frame = nullptr;
 };
 

@@ -1,6 +1,7 @@
 // The studio as a user starts it: screenshots, command listing, drawings good and bad.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -183,6 +184,29 @@ TEST(Studio, ModuleCommandsShowTheirDialogsOnTheDemoDrawing) {
         EXPECT_NE(dialog.GetSize(), window.GetSize()) << "the command's dialog was captured, not the main window";
         EXPECT_GT(colourCount(dialog), 8u);
     }
+}
+
+TEST(Studio, PropertySetCommandsShowTheEditorInBothDomains) {
+    StudioRunner studio;
+    const std::string demo = studio.file("demo");
+    const std::string vlib = std::string(VL_BIN_DIR) + "/vlib";
+    ASSERT_EQ(std::system((vlib + " demo '" + demo + "' > /dev/null").c_str()), 0);
+    const std::string drawing = demo + "/demo.vldwg";
+    const std::string central = demo + "/central-metric.vlib";
+    std::vector<wxImage> pictures;
+    for (const char* command : {"bim-properties Office", "mech-properties Office"}) {
+        SCOPED_TRACE(command);
+        const std::string picture = studio.file(std::to_string(pictures.size()) + ".png");
+        const StudioResult result = studio.run({drawing, "--central", central, "--command", command, "--screenshot", picture});
+        ASSERT_EQ(result.exitCode, 0) << result.err;
+        pictures.push_back(loadPicture(picture));
+        ASSERT_TRUE(pictures.back().IsOk());
+        EXPECT_GT(colourCount(pictures.back()), 8u);
+    }
+    // The mechanical domain hides the value and visibility buttons: another picture.
+    EXPECT_FALSE(pictures[0].GetSize() == pictures[1].GetSize() &&
+                 std::equal(pictures[0].GetData(), pictures[0].GetData() + pictures[0].GetWidth() * pictures[0].GetHeight() * 3,
+                            pictures[1].GetData()));
 }
 
 // Commands that take a profile's name after theirs, and the view in which outlines are picked.

@@ -16,6 +16,9 @@ struct FileDialogRequest {
     wxString defaultFolder;      // used until a folder was remembered
     wxString defaultName;        // proposed file name (saving)
     EFileDialogMode mode = kOpenExistingFile;
+    // The host's FILEDIA setting: false asks for the path as text instead of showing the file
+    // dialog (for scripts and users who type paths).
+    bool showDialog = true;
 };
 
 // Shows the dialog (parent: the main window when null). On OK `path` receives the chosen file,
