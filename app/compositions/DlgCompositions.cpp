@@ -205,7 +205,10 @@ void DlgCompositions::updateComposition() {
 void DlgCompositions::updateName() {
     const bool wasUpdating = m_updating;
     m_updating = true;
-    XRCCTRL(*this, "TEXT_NAME", wxTextCtrl)->ChangeValue(m_selName);
+    // The same text again would drop the selection and the caret the user has in the field.
+    auto* name = XRCCTRL(*this, "TEXT_NAME", wxTextCtrl);
+    if (name->GetValue() != m_selName)
+        name->ChangeValue(m_selName);
     m_updating = wasUpdating;
 }
 
