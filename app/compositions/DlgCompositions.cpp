@@ -144,7 +144,9 @@ void DlgCompositions::onInitDialog(wxInitDialogEvent& event) {
     if (m_mode == vl_db::kModeManagerEditName) {
         auto* name = XRCCTRL(*this, "TEXT_NAME", wxTextCtrl);
         name->SetFocus();
-        name->SelectAll();
+        // Selected once the field is on screen: a selection made before is not kept by every
+        // toolkit, which would then select the text only if the dialog got the focus.
+        CallAfter([name] { name->SelectAll(); });
     }
     Layout();
 }
