@@ -72,13 +72,13 @@ bool isNameFree(ObjectTypeWrapper type, const vl_db::INamespace& ns, const wxStr
 wxString treeLabel(const OdString& label, const OdString& name) { return toWx(label.isEmpty() ? name : label); }
 
 namespace {
-template <class Definitions>
-std::vector<TreeDefinition> matchingDefinitions(const Definitions& definitions, const wxString& lowerFilter) {
+std::vector<TreeDefinition> matchingDefinitions(const std::vector<vantlib::PropertyOutlineEntry>& definitions,
+                                                const wxString& lowerFilter) {
     std::vector<TreeDefinition> shown;
     for (const auto& definition : definitions) {
-        wxString label = treeLabel(definition->label(), definition->name());
+        wxString label = treeLabel(definition.label, definition.name);
         if (matchesSearch(lowerFilter, label))
-            shown.push_back({definition->id(), std::move(label)});
+            shown.push_back({definition.id, std::move(label)});
     }
     return shown;
 }
@@ -86,10 +86,9 @@ std::vector<TreeDefinition> matchingDefinitions(const Definitions& definitions, 
 
 std::vector<TreeSet> namespaceTreeContent(const vl_db::INamespace& ns, const wxString& lowerFilter) {
     std::vector<TreeSet> content;
-    for (const auto& set : ns.propertySets()) {
-        content.push_back({set->id(), toWx(set->name()), treeLabel(set->label(), set->name()),
-                           matchingDefinitions(set->propertyDefinitions(), lowerFilter),
-                           matchingDefinitions(set->valueDefinitions(), lowerFilter)});
+    for (const auto& set : ns.outline()) {
+        content.push_back({set.set.id, toWx(set.set.name), treeLabel(set.set.label, set.set.name),
+                           matchingDefinitions(set.properties, lowerFilter), matchingDefinitions(set.values, lowerFilter)});
     }
     return content;
 }

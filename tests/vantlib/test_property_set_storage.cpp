@@ -230,6 +230,25 @@ TEST(PropertySetStorage, OrderIsKeptAndMovesStayInsideTheList) {
         setNames.push_back(s.name);
     EXPECT_EQ(names({"Walls", "Doors", "Attics"}), setNames);
 
+    // The outline a tree shows holds the same order, each kind apart, and no other namespace.
+    const uint32_t other = f.addNamespace("Other");
+    f.addDefinition(f.addSet(other, "Elsewhere"), "X");
+    f.addDefinition(f.store.propertySets(ns)[2].id, "Z");
+    const std::vector<PropertySetOutline> outline = f.store.outline(ns);
+    std::vector<OdString> outlined, properties, values;
+    for (const auto& entry : outline)
+        outlined.push_back(entry.set.name);
+    for (const auto& entry : outline[0].properties)
+        properties.push_back(entry.name);
+    for (const auto& entry : outline[0].values)
+        values.push_back(entry.name);
+    EXPECT_EQ(setNames, outlined);
+    EXPECT_EQ(f.definitionNames(set), properties);
+    EXPECT_EQ(names({"V1"}), values);
+    EXPECT_TRUE(outline[1].properties.empty());
+    ASSERT_EQ(1u, outline[2].properties.size());
+    EXPECT_EQ(W("Z"), outline[2].properties[0].name);
+
     // Classes keep their order and refuse a second assignment of the same type.
     EXPECT_TRUE(f.store.addApplicableClass(set, W("IfcWall")));
     EXPECT_TRUE(f.store.addApplicableClass(set, W("IfcCovering")));

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <set>
+#include <unordered_map>
 
 #include <nlohmann/json.hpp>
 
@@ -510,6 +511,34 @@ std::vector<PropertyDefinitionRecord> PropertySetStore::namespaceDefinitions(uin
     while (stmt.step())
         records.push_back(readDefinition(stmt));
     return records;
+}
+
+std::vector<PropertySetOutline> PropertySetStore::outline(uint32_t namespaceId) const {
+    LibraryStore& store = m_library->store();
+    LibraryStore::ReadScope snapshot(store);
+    std::vector<PropertySetOutline> sets;
+    std::unordered_map<uint32_t, size_t> index;
+    {
+        Statement& stmt = store.statement("SELECT id, name, label FROM lib_pset WHERE namespace_id = ?1 ORDER BY position, id");
+        stmt.bind(1, namespaceId);
+        while (stmt.step()) {
+            index.emplace(stmt.id(0), sets.size());
+            sets.push_back({{stmt.id(0), stmt.text(1), stmt.text(2)}, {}, {}});
+        }
+    }
+    Statement& definitions = store.statement(
+        "SELECT d.id, d.set_id, d.kind, d.name, d.label FROM lib_pset_definition d JOIN lib_pset s ON s.id = d.set_id"
+        " WHERE s.namespace_id = ?1 ORDER BY d.set_id, d.kind, d.position, d.id");
+    definitions.bind(1, namespaceId);
+    while (definitions.step()) {
+        const auto found = index.find(definitions.id(1));
+        if (found == index.end())
+            continue;
+        PropertySetOutline& set = sets[found->second];
+        auto& list = DefinitionKind(definitions.integer(2)) == DefinitionKind::kValue ? set.values : set.properties;
+        list.push_back({definitions.id(0), definitions.text(3), definitions.text(4)});
+    }
+    return sets;
 }
 
 std::optional<PropertyDefinitionRecord> PropertySetStore::findDefinition(uint32_t id) const {

@@ -280,6 +280,7 @@ public:
             list.push_back(std::make_shared<PropertySet>(m_session, std::move(record), m_record.editable));
         return list;
     }
+    std::vector<vantlib::PropertySetOutline> outline() const override { return m_session->store().outline(m_record.id); }
     std::shared_ptr<IPropertySet> createPropertySet(const OdString& name) override {
         editable();
         PropertySetRecord record;

@@ -84,6 +84,20 @@ enum class DefinitionKind : uint32_t {
     kValue = 2,
 };
 
+// What a tree of a namespace shows of a set or a definition.
+struct PropertyOutlineEntry {
+    uint32_t id = 0;
+    OdString name;
+    OdString label;
+};
+
+// A set with its property and value definitions, each list in order.
+struct PropertySetOutline {
+    PropertyOutlineEntry set;
+    std::vector<PropertyOutlineEntry> properties;
+    std::vector<PropertyOutlineEntry> values;
+};
+
 struct PropertyDefinitionRecord {
     uint32_t id = 0;
     uint32_t setId = 0;
@@ -136,6 +150,9 @@ public:
     std::vector<PropertyDefinitionRecord> definitions(uint32_t setId, DefinitionKind kind) const;
     // Every definition of every set of the namespace: by set order, then kind, then position.
     std::vector<PropertyDefinitionRecord> namespaceDefinitions(uint32_t namespaceId) const;
+    // The namespace's sets and definitions as a tree shows them (ids, names and labels only), in
+    // two reads however many sets there are.
+    std::vector<PropertySetOutline> outline(uint32_t namespaceId) const;
     std::optional<PropertyDefinitionRecord> findDefinition(uint32_t id) const;
     // Appends a definition to its set; returns its id.
     uint32_t createDefinition(const PropertyDefinitionRecord& record);

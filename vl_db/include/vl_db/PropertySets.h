@@ -124,6 +124,8 @@ public:
     virtual void setDisplayLabel(const OdString& label) = 0;
     virtual bool isEditable() const = 0;
     virtual std::vector<std::shared_ptr<IPropertySet>> propertySets() const = 0;
+    // The sets and their definitions as a tree shows them (ids, names, labels), read at once.
+    virtual std::vector<vantlib::PropertySetOutline> outline() const = 0;
     // Appended last.
     virtual std::shared_ptr<IPropertySet> createPropertySet(const OdString& name) = 0;
     // Removes the set with its definitions; false when the namespace has no such set.
