@@ -20,13 +20,16 @@ constexpr int kGiveUpTicks = 150;      // 30 s
 constexpr int kClosingGiveUpTicks = 50;
 }  // namespace
 
-bool saveWindowPicture(wxTopLevelWindow* window, const wxString& path, wxString& error) {
+namespace {
+
+// The window's pixels as the screen shows them: anything lying over it comes along.
+wxImage screenPicture(wxTopLevelWindow* window, wxString& error) {
     window->Raise();
     window->Update();
     const wxRect rect = onScreenRect(window);
     if (rect.width <= 0 || rect.height <= 0) {
         error = "the window has no area";
-        return false;
+        return wxImage();
     }
     wxBitmap picture(rect.width, rect.height, 24);
     {
@@ -34,15 +37,27 @@ bool saveWindowPicture(wxTopLevelWindow* window, const wxString& path, wxString&
         wxMemoryDC memory(picture);
         if (!memory.Blit(0, 0, rect.width, rect.height, &screen, rect.x, rect.y)) {
             error = "the screen could not be read";
-            return false;
+            return wxImage();
         }
     }
+    return picture.ConvertToImage();
+}
+
+}  // namespace
+
+bool saveWindowPicture(wxTopLevelWindow* window, const wxString& path, wxString& error) {
+    // The window draws itself into the picture; only where the toolkit cannot is the screen read.
+    wxImage image = renderedWindow(window);
+    if (!image.IsOk())
+        image = screenPicture(window, error);
+    if (!image.IsOk())
+        return false;
     const wxString folder = wxFileName(path).GetPath();
     if (!folder.empty() && !wxFileName::DirExists(folder)) {
         error = "the folder " + folder + " does not exist";
         return false;
     }
-    if (!picture.ConvertToImage().SaveFile(path, wxBITMAP_TYPE_PNG)) {
+    if (!image.SaveFile(path, wxBITMAP_TYPE_PNG)) {
         error = "the file could not be written";
         return false;
     }
