@@ -5,6 +5,11 @@
 // on every opening and keystroke, which the bare tree does not: that read is printed apart.
 // Needs a display; without one the program runs itself again under xvfb-run.
 #include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+#include <sqlite3.h>
 #include <cstdio>
 #include <vector>
 
@@ -94,6 +99,39 @@ void fillBareTree(wxTreeCtrl& tree, const Labels& labels, const wxString& filter
     tree.Thaw();
 }
 
+// The raw read of what the tree shows: ids, names and labels of the namespace's sets and
+// definitions, in order, with plain SQLite from the library file.
+size_t readOutlineRaw(const fs::path& file, const char* namespaceName) {
+    sqlite3* db = nullptr;
+    if (sqlite3_open_v2(file.c_str(), &db, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK)
+        throw std::runtime_error("floor: cannot open " + file.string());
+    sqlite3_stmt* sets = nullptr;
+    sqlite3_prepare_v2(db,
+                       "SELECT s.id, s.name, s.label FROM lib_pset s JOIN lib_pset_namespace n ON n.id = s.namespace_id"
+                       " WHERE n.name = ?1 ORDER BY s.position, s.id",
+                       -1, &sets, nullptr);
+    sqlite3_stmt* definitions = nullptr;
+    sqlite3_prepare_v2(db,
+                       "SELECT d.id, d.set_id, d.kind, d.name, d.label FROM lib_pset_definition d"
+                       " JOIN lib_pset s ON s.id = d.set_id JOIN lib_pset_namespace n ON n.id = s.namespace_id"
+                       " WHERE n.name = ?1 ORDER BY d.set_id, d.kind, d.position, d.id",
+                       -1, &definitions, nullptr);
+    const auto text = [](sqlite3_stmt* stmt, int column) {
+        const auto* value = reinterpret_cast<const char*>(sqlite3_column_text(stmt, column));
+        return std::string(value ? value : "");
+    };
+    std::vector<std::pair<int64_t, std::string>> rows;
+    for (sqlite3_stmt* stmt : {sets, definitions}) {
+        sqlite3_bind_text(stmt, 1, namespaceName, -1, SQLITE_STATIC);
+        const int label = stmt == sets ? 2 : 4;
+        while (sqlite3_step(stmt) == SQLITE_ROW)
+            rows.emplace_back(sqlite3_column_int64(stmt, 0), text(stmt, label));
+        sqlite3_finalize(stmt);
+    }
+    sqlite3_close(db);
+    return rows.size();
+}
+
 template <class F>
 double bestOf(F&& work) {
     double best = 1e300;
@@ -138,6 +176,11 @@ int run(const fs::path& dir) {
         fixedMs = std::min(fixedMs, msSince(start));
     }
 
+    size_t rawRows = 0;
+    const double rawReadMs = bestOf([&] { rawRows = readOutlineRaw(drawing.centralFile, "Bench"); });
+    if (rawRows < kSets * kPerSet)
+        throw std::runtime_error("the raw read found too few rows");
+
     // The bare tree is filled before its window shows too.
     wxDialog holder(nullptr, wxID_ANY, "bare tree", wxDefaultPosition, wxSize(400, 600));
     auto* bare = new wxTreeCtrl(&holder, wxID_ANY, wxDefaultPosition, wxSize(400, 600),
@@ -175,13 +218,15 @@ int run(const fs::path& dir) {
     std::printf("%-34s %10.1f\n", "  of it: reading 10k definitions", readMs);
     std::printf("%-34s %10.1f %10.1f %7.2fx\n", "  the tree itself (open - both)", openMs - fixedMs - readMs, bareOpenMs,
                 (openMs - fixedMs - readMs) / bareOpenMs);
-    // The bare tree does not read the library; the editor must, on every opening.
-    std::printf("%-34s %10.1f %10.1f %7.2fx\n", "open against bare tree + read", openMs, bareOpenMs + readMs,
-                openMs / (bareOpenMs + readMs));
+    // The bare tree does not read the library; the editor must, on every opening. The fair
+    // floor of an opening is the bare tree plus the raw read of what it shows.
+    std::printf("%-34s %10.1f %10.1f %7.2fx\n", "open against bare tree + raw read", openMs, bareOpenMs + rawReadMs,
+                openMs / (bareOpenMs + rawReadMs));
+    std::printf("%-34s %10s %10.1f\n", "  of it: the raw read of the outline", "", rawReadMs);
     std::printf("target, within 2x of the bare tree: open %s, keystroke %s; opening within 2x of the bare tree plus the "
-                "library read: %s\n",
+                "raw read: %s\n",
                 openMs <= 2.0 * bareOpenMs ? "met" : "missed", keyMs <= 2.0 * bareKeyMs ? "met" : "missed",
-                openMs <= 2.0 * (bareOpenMs + readMs) ? "met" : "missed");
+                openMs <= 2.0 * (bareOpenMs + rawReadMs) ? "met" : "missed");
     return 0;
 }
 
