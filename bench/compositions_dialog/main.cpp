@@ -27,7 +27,6 @@ using vl_bench::Clock;
 using vl_bench::msSince;
 namespace fs = vl_bench::fs;
 
-constexpr int kRepeats = 3;
 const wchar_t* const kPatterns[] = {L"DIAG", L"BRICK", L"CONCRETE", L"INSUL", L"WOOD", L"STONE", L"NET", L"SOLID"};
 
 // Materials with conductivity and density, each with its own hatch.
@@ -166,44 +165,7 @@ void measureThicknessEdit(const fs::path& dir) {
 }
 
 int run(const fs::path& dir) {
-    const vl_bench::LibraryFill nothing = [](const std::shared_ptr<vantlib::Library>&) {};
-    double fixedMs = 1e300;
-    {
-        vl_bench::Drawing empty(dir / "empty", nothing, nothing);
-        unsigned drawn = 0;
-        for (int repeat = 0; repeat < kRepeats; ++repeat)
-            fixedMs = std::min(fixedMs, openDialog(empty.libs, &drawn));
-    }
-    std::printf("\ncompositions dialog: open, fill and paint both lists against the raw SQLite read of their rows\n");
-    std::printf("fixed cost of the dialog (empty libraries): %.1f ms\n", fixedMs);
-    std::printf("%8s %8s %12s %12s %9s %12s %10s\n", "central", "project", "dialog ms", "floor ms", "ratio",
-                "ratio-fixed", "pictures");
-    bool targetMet = true, variableMet = true;
-    for (const size_t n : {size_t(1000), size_t(5000), size_t(50000)}) {
-        vl_bench::Drawing drawing(
-            dir / std::to_string(n), [n](const auto& library) { fill(library, n, L"Central composition"); },
-            [n](const auto& library) { fill(library, n / 10, L"Project composition"); });
-        double dialogMs = 1e300, floorMs = 1e300;
-        unsigned drawn = 0;
-        size_t rows = 0;
-        for (int repeat = 0; repeat < kRepeats; ++repeat) {
-            floorMs = std::min(floorMs, openFloor(drawing.drawingFile, drawing.centralFile, &rows));
-            dialogMs = std::min(dialogMs, openDialog(drawing.libs, &drawn));
-        }
-        if (rows != n + n / 10)
-            throw std::runtime_error("floor read " + std::to_string(rows) + " rows");
-        const double ratio = dialogMs / floorMs;
-        const double variableRatio = std::max(0.0, dialogMs - fixedMs) / floorMs;
-        std::printf("%8zu %8zu %12.1f %12.1f %8.2fx %11.2fx %10u\n", n, n / 10, dialogMs, floorMs, ratio, variableRatio,
-                    drawn);
-        if (n >= 5000 && ratio > 2.0)
-            targetMet = false;
-        if (n >= 5000 && variableRatio > 2.0)
-            variableMet = false;
-    }
-    // The verdict is reported, not enforced: timings depend on the machine's load.
-    std::printf("target at 5k and 50k (ratio <= 2x): %s; beyond the fixed cost (ratio-fixed <= 2x): %s\n",
-                targetMet ? "met" : "NOT MET", variableMet ? "met" : "NOT MET");
+    vl_bench::runListDialogOpening(dir, {"compositions dialog", {1000, 5000, 50000}, 5000, fill, L"Central composition", L"Project composition", openDialog, openFloor});
     measureThicknessEdit(dir);
     return 0;
 }

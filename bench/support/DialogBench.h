@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include <OdDbDatabase.h>
 #include <OdString.h>
@@ -46,6 +47,24 @@ struct Drawing {
 // Shows `dialog` and waits until both of its lists have painted and, when `rows`, drawn at least
 // one thumbnail; the browser exists once the dialog is shown. Throws when that never happens.
 void showAndPaint(wxDialog& dialog, const std::function<vl_app::TwoListBrowser*()>& browser, bool rows);
+
+// A two-list dialog opened on libraries of growing size against the raw read of what its lists
+// show: the table of opening times, floors, ratios and thumbnails drawn, with the dialog's fixed
+// cost (empty libraries) printed beside.
+struct ListDialogOpening {
+    const char* title;  // "materials dialog"
+    std::vector<size_t> sizes;  // central rows; the project library gets a tenth
+    size_t targetFrom;          // the target holds from this size on
+    // Fills a library with `count` objects named after `prefix`.
+    std::function<void(const std::shared_ptr<vantlib::Library>&, size_t count, const wchar_t* prefix)> fill;
+    const wchar_t* centralPrefix;
+    const wchar_t* projectPrefix;
+    // Builds, shows and paints the dialog; returns its time and the thumbnails drawn.
+    std::function<double(vl_db::DocumentLibraries* libs, unsigned* drawn)> open;
+    // The floor: reads the rows of both files; returns its time and the rows read.
+    std::function<double(const fs::path& projectFile, const fs::path& centralFile, size_t* rows)> floor;
+};
+void runListDialogOpening(const fs::path& dir, const ListDialogOpening& bench);
 
 // The main() of a dialog benchmark: runs `run` in a folder of its own, with a display.
 int benchMain(int argc, char** argv, const char* name, const std::function<int(const fs::path&)>& run);
