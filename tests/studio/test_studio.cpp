@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
+#include <initializer_list>
 #include <sstream>
 #include <set>
 
@@ -158,46 +159,61 @@ TEST(Studio, MainWindowRectangleIsKeptBetweenRuns) {
     EXPECT_NE(text.str().find("StudioMainFrame="), std::string::npos) << text.str();
 }
 
+// The studio on the demo drawing with its central library.
+class DemoStudio : public ::testing::Test {
+protected:
+    void SetUp() override {
+        const std::string demo = studio.file("demo");
+        ASSERT_EQ(std::system((std::string(VL_BIN_DIR) + "/vlib demo '" + demo + "' > /dev/null").c_str()), 0);
+        drawing = demo + "/demo.vldwg";
+        central = demo + "/central-metric.vlib";
+    }
+
+    // Runs the command (with its argument) and writes the picture of what it shows.
+    StudioResult run(const std::string& command, const std::string& picture) {
+        return command.empty() ? studio.run({drawing, "--central", central, "--screenshot", picture})
+                               : studio.run({drawing, "--central", central, "--command", command, "--screenshot", picture});
+    }
+    wxImage mainWindow() {
+        const std::string picture = studio.file("main.png");
+        EXPECT_EQ(run(std::string(), picture).exitCode, 0);
+        return loadPicture(picture);
+    }
+    // Each command shows a window of its own, drawn, and no module is missing.
+    void expectOwnWindows(std::initializer_list<const char*> commands) {
+        const wxImage window = mainWindow();
+        for (const char* command : commands) {
+            SCOPED_TRACE(command);
+            const std::string picture = studio.file("shot.png");
+            const StudioResult result = run(command, picture);
+            ASSERT_EQ(result.exitCode, 0) << result.err;
+            EXPECT_EQ((result.out + result.err).find("not loaded"), std::string::npos) << result.out << result.err;
+            const wxImage shown = loadPicture(picture);
+            ASSERT_TRUE(shown.IsOk());
+            EXPECT_NE(shown.GetSize(), window.GetSize()) << "the command's window was captured, not the main window";
+            EXPECT_GT(colourCount(shown), 8u);
+        }
+    }
+
+    StudioRunner studio;
+    std::string drawing, central;
+};
+
 // The module's dialogs come from its XRC layouts: each command must show its own dialog on the
 // demo drawing, not an error about a missing layout.
-TEST(Studio, ModuleCommandsShowTheirDialogsOnTheDemoDrawing) {
-    StudioRunner studio;
-    const std::string demo = studio.file("demo");
-    const std::string vlib = std::string(VL_BIN_DIR) + "/vlib";
-    ASSERT_EQ(std::system((vlib + " demo '" + demo + "' > /dev/null").c_str()), 0);
-    const std::string drawing = demo + "/demo.vldwg";
-    const std::string central = demo + "/central-metric.vlib";
-    const StudioResult main = studio.run({drawing, "--central", central, "--screenshot", studio.file("main.png")});
-    ASSERT_EQ(main.exitCode, 0) << main.err;
-    const wxImage window = loadPicture(studio.file("main.png"));
-    for (const char* command : {"materials", "pick-material", "material-preview", "material-classes",
-                                "hatch-pattern", "render-material", "custom-properties", "composition-preview",
-                                "copy-central-to-project", "compositions", "new-composition", "pick-composition", "new-profile",
-                                "import-library", "export-library"}) {
-        SCOPED_TRACE(command);
-        const std::string picture = studio.file(std::string(command) + ".png");
-        const StudioResult result = studio.run({drawing, "--central", central, "--command", command, "--screenshot", picture});
-        ASSERT_EQ(result.exitCode, 0) << result.err;
-        EXPECT_EQ((result.out + result.err).find("not loaded"), std::string::npos) << result.out << result.err;
-        const wxImage dialog = loadPicture(picture);
-        ASSERT_TRUE(dialog.IsOk());
-        EXPECT_NE(dialog.GetSize(), window.GetSize()) << "the command's dialog was captured, not the main window";
-        EXPECT_GT(colourCount(dialog), 8u);
-    }
+TEST_F(DemoStudio, ModuleCommandsShowTheirDialogs) {
+    expectOwnWindows({"materials", "pick-material", "material-preview", "material-classes", "hatch-pattern",
+                      "render-material", "custom-properties", "composition-preview", "copy-central-to-project",
+                      "compositions", "new-composition", "pick-composition", "new-profile", "import-library",
+                      "export-library", "enum-values", "preferences"});
 }
 
-TEST(Studio, PropertySetCommandsShowTheEditorInBothDomains) {
-    StudioRunner studio;
-    const std::string demo = studio.file("demo");
-    const std::string vlib = std::string(VL_BIN_DIR) + "/vlib";
-    ASSERT_EQ(std::system((vlib + " demo '" + demo + "' > /dev/null").c_str()), 0);
-    const std::string drawing = demo + "/demo.vldwg";
-    const std::string central = demo + "/central-metric.vlib";
+TEST_F(DemoStudio, PropertySetCommandsShowTheEditorInBothDomains) {
     std::vector<wxImage> pictures;
     for (const char* command : {"bim-properties Office", "mech-properties Office"}) {
         SCOPED_TRACE(command);
         const std::string picture = studio.file(std::to_string(pictures.size()) + ".png");
-        const StudioResult result = studio.run({drawing, "--central", central, "--command", command, "--screenshot", picture});
+        const StudioResult result = run(command, picture);
         ASSERT_EQ(result.exitCode, 0) << result.err;
         pictures.push_back(loadPicture(picture));
         ASSERT_TRUE(pictures.back().IsOk());
@@ -210,30 +226,12 @@ TEST(Studio, PropertySetCommandsShowTheEditorInBothDomains) {
 }
 
 // Commands that take a profile's name after theirs, and the view in which outlines are picked.
-TEST(Studio, ProfileOffsetAndOutlinePickingShowTheirWindows) {
-    StudioRunner studio;
-    const std::string demo = studio.file("demo");
-    const std::string vlib = std::string(VL_BIN_DIR) + "/vlib";
-    ASSERT_EQ(std::system((vlib + " demo '" + demo + "' > /dev/null").c_str()), 0);
-    const std::string drawing = demo + "/demo.vldwg";
-    const std::string central = demo + "/central-metric.vlib";
-    const StudioResult main = studio.run({drawing, "--central", central, "--screenshot", studio.file("main.png")});
-    ASSERT_EQ(main.exitCode, 0) << main.err;
-    const wxImage window = loadPicture(studio.file("main.png"));
-    for (const char* command : {"profile-offset IPE 200", "profile-offset Handrail Oak 60", "pick-outline",
-                                "profiles Handrail Oak 60"}) {
-        SCOPED_TRACE(command);
-        const std::string picture = studio.file("shot.png");
-        const StudioResult result = studio.run({drawing, "--central", central, "--command", command, "--screenshot", picture});
-        ASSERT_EQ(result.exitCode, 0) << result.err;
-        const wxImage dialog = loadPicture(picture);
-        ASSERT_TRUE(dialog.IsOk());
-        EXPECT_NE(dialog.GetSize(), window.GetSize()) << "the command's window was captured, not the main window";
-        EXPECT_GT(colourCount(dialog), 8u);
-    }
+TEST_F(DemoStudio, ProfileOffsetAndOutlinePickingShowTheirWindows) {
+    expectOwnWindows({"profile-offset IPE 200", "profile-offset Handrail Oak 60", "pick-outline",
+                      "profiles Handrail Oak 60"});
+    const wxImage window = mainWindow();
     // A name that no library has opens nothing and says so.
-    const StudioResult unknown = studio.run({drawing, "--central", central, "--command", "profile-offset IPE 9999",
-                                             "--screenshot", studio.file("unknown.png")});
+    const StudioResult unknown = run("profile-offset IPE 9999", studio.file("unknown.png"));
     ASSERT_EQ(unknown.exitCode, 0) << unknown.err;
     EXPECT_NE((unknown.out + unknown.err).find("IPE 9999"), std::string::npos) << unknown.out << unknown.err;
     EXPECT_EQ(loadPicture(studio.file("unknown.png")).GetSize(), window.GetSize());
